@@ -1,0 +1,26 @@
+#pragma once
+
+#include "interface/Painter.h"
+#include "interface/ViewPrivate.h"
+#include "interface/WindowPrivate.h"
+
+#include <optional>
+
+// The way from a view to the painter of its window's pixels, for one drawing call. While the window
+// updates it is the update's painter; else one for this call, and the server is told at its end.
+// False if nothing of the view shows.
+class DrawSession {
+public:
+    explicit DrawSession(BView::Private& view);
+    ~DrawSession();
+    DrawSession(const DrawSession&) = delete;
+    DrawSession& operator=(const DrawSession&) = delete;
+
+    explicit operator bool() const { return fPainter != nullptr; }
+    Painter* operator->() const { return fPainter; }
+
+private:
+    BView::Private& fView;
+    Painter* fPainter = nullptr;
+    std::optional<Painter> fOwn;
+};

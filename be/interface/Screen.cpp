@@ -1,0 +1,27 @@
+#include <Screen.h>
+
+#include "interface/Palette.h"
+#include "server/Screens.h"
+
+#include <Window.h>
+
+BScreen::BScreen(screen_id id) : fId(id), fFrame(server::MainScreen().frame) {}
+
+BScreen::BScreen(BWindow* window)
+    : fId(B_MAIN_SCREEN_ID),
+      fFrame(window != nullptr ? server::ScreenAt(window->Frame().LeftTop()).frame
+                               : server::MainScreen().frame) {}
+
+uint8 BScreen::IndexForColor(rgb_color color) const {
+    return IndexForColor(color.red, color.green, color.blue, color.alpha);
+}
+
+uint8 BScreen::IndexForColor(uint8 red, uint8 green, uint8 blue, uint8 alpha) const {
+    if (make_color(red, green, blue, alpha) == B_TRANSPARENT_COLOR)
+        return B_TRANSPARENT_MAGIC_CMAP8;
+    return NearestPaletteIndex(red, green, blue);
+}
+
+rgb_color BScreen::ColorForIndex(uint8 index) const {
+    return PaletteColor(index);
+}

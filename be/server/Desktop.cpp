@@ -1,0 +1,141 @@
+#include "server/Desktop.h"
+
+#include "interface/SystemFonts.h"
+#include "server/Server.h"
+
+#include <QClipboard>
+#include <QDesktopServices>
+#include <QFont>
+#include <QFontDatabase>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QUrl>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <mutex>
+#include <unistd.h>
+
+namespace server {
+
+namespace {
+
+std::mutex sLaunchLock;
+// Guarded by sLaunchLock
+bool sRecording = false;
+std::vector<std::string> sLaunches;
+
+bool Recorded(const std::string& launch) {
+    std::lock_guard lock(sLaunchLock);
+    if (sRecording)
+        sLaunches.push_back(launch);
+    return sRecording;
+}
+
+void Open(const std::string& name, const QUrl& url) {
+    if (Recorded(name) || !url.isValid())
+        return;
+    Post([url] { QDesktopServices::openUrl(url); });
+}
+
+// Server thread only
+std::string sScreenFile;   // of the platform without a display
+std::string sOwnSelection; // where the desktop has no primary selection, within the program
+
+} // namespace
+
+ClipboardText ReadClipboard() {
+    ClipboardText result;
+    result.known = Call([&result] {
+        result.utf8 = QGuiApplication::clipboard()->text(QClipboard::Clipboard).toStdString();
+    });
+    return result;
+}
+
+void SetClipboardText(const std::string& utf8) {
+    Post([utf8] {
+        QGuiApplication::clipboard()->setText(QString::fromStdString(utf8), QClipboard::Clipboard);
+    });
+}
+
+void OfferPrimarySelection(const std::string& utf8) {
+    Post([utf8] {
+        sOwnSelection = utf8;
+        QClipboard* clipboard = QGuiApplication::clipboard();
+        if (clipboard->supportsSelection())
+            clipboard->setText(QString::fromStdString(utf8), QClipboard::Selection);
+    });
+}
+
+std::string PrimarySelection() {
+    std::string result;
+    Call([&result] {
+        const QClipboard* clipboard = QGuiApplication::clipboard();
+        result = clipboard->supportsSelection()
+                     ? clipboard->text(QClipboard::Selection).toStdString()
+                     : sOwnSelection;
+    });
+    return result;
+}
+
+void OpenUrl(const std::string& url) {
+    Open(url, QUrl::fromEncoded(QByteArray::fromStdString(url), QUrl::TolerantMode));
+}
+
+void OpenPath(const std::string& path) {
+    Open(path, QUrl::fromLocalFile(QString::fromStdString(path)));
+}
+
+void RecordLaunches() {
+    std::lock_guard lock(sLaunchLock);
+    sRecording = true;
+    sLaunches.clear();
+}
+
+std::vector<std::string> RecordedLaunches() {
+    std::lock_guard lock(sLaunchLock);
+    return sLaunches;
+}
+
+namespace {
+
+float PixelSize(const QFont& font) {
+    const float smallest = 11;
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    const double dots = screen != nullptr ? screen->logicalDotsPerInchY() : 96;
+    const double pixels = font.pixelSize() > 0 ? font.pixelSize() : font.pointSizeF() * dots / 72;
+    return qMax(smallest, static_cast<float>(qRound(pixels)));
+}
+
+} // namespace
+
+void ReadSystemFonts() {
+    const QFont plain = QGuiApplication::font();
+    const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    InitSystemFonts(plain, PixelSize(plain), fixed, PixelSize(fixed));
+}
+
+void PrepareOffscreen() {
+    if (qgetenv("QT_QPA_PLATFORM") != "offscreen")
+        return;
+    std::string file = (std::filesystem::temp_directory_path() / "screen-XXXXXX").string();
+    const int descriptor = mkstemp(file.data());
+    if (descriptor < 0)
+        return;
+    close(descriptor);
+    std::ofstream(file) << R"({"screens": [{"name": "screen", "x": 0, "y": 0, "width": 1920,
+        "height": 1200, "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})";
+    qputenv("QT_QPA_PLATFORM", QByteArray("offscreen:configfile=") + file.c_str());
+    sScreenFile = file;
+}
+
+void OffscreenIsPrepared() {
+    if (sScreenFile.empty())
+        return;
+    unlink(sScreenFile.c_str());
+    sScreenFile.clear();
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+}
+
+} // namespace server

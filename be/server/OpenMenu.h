@@ -1,0 +1,50 @@
+#pragma once
+
+#include "server/MenuServer.h"
+
+#include <QMenu>
+#include <QPointer>
+
+#include <string>
+#include <vector>
+
+namespace server {
+
+// The one native menu that may be open, built from a snapshot. Server thread only.
+class OpenMenu : public QObject {
+public:
+    static OpenMenu* Current();
+    static void Show(MenuRequest request, QWindow* owner);
+    static void Dismiss();
+
+    void Update(const MenuSnapshot& menu);
+
+    // For tests
+    std::vector<std::string> Labels() const;
+    QAction* Find(const std::string& path) const;
+    void Choose(QAction* action);
+    void PointAt(int32 title);
+    void Step(int32 direction);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    OpenMenu(MenuRequest request, QWindow* owner);
+
+    void _Fill(QMenu* menu, const MenuSnapshot& lines);
+    void _AddLine(QMenu* menu, const MenuLine& line);
+    void _Apply(QMenu* menu, const MenuSnapshot& lines);
+    void _Pop();
+    void _Finish(const MenuOutcome& outcome);
+    bool _IsPointingElsewhere(const QPoint& global);
+    bool _KeyLeavesMenu(const QKeyEvent* event);
+    bool _KeepsOpen(const QPoint& global) const;
+
+    MenuRequest fRequest;
+    QMenu fMenu;
+    QPointer<QWindow> fOwner;
+    bool fFinished = false;
+};
+
+} // namespace server

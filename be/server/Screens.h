@@ -1,0 +1,21 @@
+#pragma once
+
+#include <Rect.h>
+#include <SupportDefs.h>
+
+namespace server {
+
+struct ScreenInfo {
+    BRect frame{0, 0, 1023, 767}; // all of it, in pixels
+    BRect available{0, 0, 1023, 767};
+    float scale = 1; // device pixels to a pixel
+};
+
+// Any thread; as the server last saw it. The first is the main screen.
+ScreenInfo MainScreen();
+ScreenInfo ScreenAt(BPoint where);
+
+// Server thread: reads the desktop's screens and follows their changes.
+void WatchScreens();
+
+} // namespace server

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <GraphicsDefs.h>
+#include <InterfaceDefs.h>
+#include <Rect.h>
+#include <SupportDefs.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+class BWindow;
+
+// What tests and the screenshot driver do to a program from outside: look at windows, send input,
+// drive menus. Called from a thread that is neither the server nor a window's, with no looper
+// locked.
+namespace server::testing {
+
+// The pixels of a window as they would be on the screen, in device pixels.
+struct Picture {
+    int32 width = 0;
+    int32 height = 0;
+    std::vector<rgb_color> pixels;
+
+    rgb_color At(int32 x, int32 y) const { return pixels[static_cast<size_t>(y * width + x)]; }
+};
+
+// Waits until the window has handled what was sent and drawn what was invalid, and the server has
+// shown it. False after five seconds, or if the window has gone.
+bool WaitUntilIdle(BWindow* window);
+// Polls in the window's idle moments, without the lock; false after five seconds.
+bool WaitUntil(const std::function<bool()>& condition);
+
+Picture Snapshot(BWindow* window);
+bool SavePicture(BWindow* window, const std::string& pngPath);
+// With native decorations and open menus left out: one picture of several windows is not possible
+// here.
+
+// Input, as if the desktop had sent it to the window; points are in the window's coordinates.
+void MouseDown(BWindow* window, BPoint where, uint32 button = 1, uint32 modifiers = 0,
+               int32 clicks = 1);
+void MouseUp(BWindow* window, BPoint where, uint32 button = 1, uint32 modifiers = 0);
+void MouseMove(BWindow* window, BPoint where, uint32 buttons = 0, uint32 modifiers = 0);
+void MouseLeave(BWindow* window);
+void Click(BWindow* window, BPoint where, uint32 button = 1, uint32 modifiers = 0,
+           int32 clicks = 1);
+// Steps of a wheel: positive y scrolls down.
+void Wheel(BWindow* window, BPoint where, float deltaX, float deltaY);
+// A key by its byte (B_LEFT_ARROW, 'a', B_ENTER …) or, for a function key, by B_FUNCTION_KEY and
+// its key code.
+void Key(BWindow* window, char byte, uint32 modifiers = 0, uint32 functionKey = 0);
+void MenuKey(BWindow* window);
+void Type(BWindow* window, const char* utf8);
+// An input method's composition (empty ends it without text) and its result.
+void Compose(BWindow* window, const char* utf8, int32 cursorByte);
+void CommitComposition(BWindow* window, const char* utf8);
+void Activate(BWindow* window, bool active);
+// As if the user had resized it or pressed its close button.
+void ResizeByUser(BWindow* window, float width, float height);
+void CloseByUser(BWindow* window);
+
+// The open native menu: its lines' labels, separators as "-", the submenu's after a "/":
+// "File/Open".
+bool MenuIsOpen();
+std::vector<std::string> MenuLabels();
+bool MenuLineIsMarked(const std::string& path);
+bool MenuLineIsEnabled(const std::string& path);
+bool ChooseMenuLine(const std::string& path); // false if there is no such line or it is disabled
+void DismissMenu();
+void PointAtTitle(int32 index);
+// Left (-1) and Right (+1) in the open menu.
+void StepTitle(int32 direction);
+
+// From now on URLs and folders are noted here instead of being opened.
+void RecordLaunches();
+std::vector<std::string> Launches();
+// What the primary selection (middle-button paste) offers.
+std::string PrimarySelection();
+
+// How many native windows there are.
+int32 CountServerWindows();
+
+} // namespace server::testing

@@ -1,0 +1,93 @@
+#include "Measure.h"
+#include "Parts.h"
+#include "Posts.h"
+
+#include "views/NPTextView.h"
+
+#include <AppDefs.h>
+#include <Application.h>
+#include <OS.h>
+#include <Window.h>
+
+namespace {
+
+const BRect kFrame(0, 0, 535, 399);
+const BRect kTextRect(8, 8, 527, 391);
+constexpr int kMostRounds = 7;
+constexpr int kFewRounds = 3;
+constexpr int kManyPosts = 50000; // from here on a few rounds say enough
+
+struct BodyPost {
+    SamplePost post;
+    std::string body;
+};
+
+// A window with an empty text view, locked while it lives; nothing is drawn meanwhile.
+class LockedView {
+public:
+    LockedView() : fWindow(new BWindow(kFrame, "layout", B_TITLED_WINDOW, 0)) {
+        fView = new NPTextView(kFrame, kTextRect);
+        fWindow->Lock();
+        fWindow->AddChild(fView);
+    }
+    ~LockedView() { fWindow->Quit(); }
+    LockedView(const LockedView&) = delete;
+    LockedView& operator=(const LockedView&) = delete;
+    NPTextView* operator->() { return fView; }
+
+private:
+    BWindow* fWindow; // deletes itself
+    NPTextView* fView;
+};
+
+void AddPosts(LockedView& view, const std::vector<BodyPost>& posts) {
+    for (size_t i = 0; i < posts.size(); i++) {
+        const SamplePost& post = posts[i].post;
+        view->addNumItem(static_cast<int32>(i) + 1);
+        view->addNameItem(post.name.c_str());
+        view->addMailItem(post.mail.c_str());
+        view->addDateItem(post.date.c_str());
+        view->addArticleItem(posts[i].body.c_str());
+        view->addLineFeed();
+    }
+}
+
+double LayOut(const std::vector<BodyPost>& posts) {
+    LockedView view;
+    const double start = ThreadTime();
+    AddPosts(view, posts);
+    view->TextHeight(0, view->CountLines() - 1);
+    return ThreadTime() - start;
+}
+
+void MeasureMemory(const std::vector<BodyPost>& posts) {
+    LockedView view;
+    const size_t before = UsedHeap();
+    AddPosts(view, posts);
+    PrintResult("memory", static_cast<double>(UsedHeap() - before));
+    PrintResult("text", static_cast<double>(view->TextLength()));
+    PrintResult("lines", static_cast<double>(view->CountLines()));
+}
+
+int32 Run(void* data) {
+    const int count = *static_cast<int*>(data);
+    std::vector<BodyPost> posts;
+    for (const SamplePost& post : MakePosts(count))
+        posts.push_back({post, BodyWithLinks(post)});
+    LayOut(posts); // warms the fonts
+    const int rounds = count >= kManyPosts ? kFewRounds : kMostRounds;
+    PrintResult("warm", BestOf(rounds, "layout", [&] { return LayOut(posts); }));
+    MeasureMemory(posts);
+    be_app->PostMessage(B_QUIT_REQUESTED);
+    return 0;
+}
+
+} // namespace
+
+int RunLayout(const Arguments& arguments) {
+    int count = std::stoi(arguments[0]);
+    BApplication application("application/x-vnd.Itamori-Bench");
+    resume_thread(spawn_thread(Run, "layout", B_NORMAL_PRIORITY, &count));
+    application.Run();
+    return 0;
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <SupportDefs.h>
+
+// The codes of the program's own messages, each with its sender, its receiver and its fields.
+// "frame" is a BRect, "url" a board's address, "dat" a thread's file name, both strings.
+
+// From menus and windows to the application.
+constexpr uint32 kMsgNewWindow = 'mNWD';      // window: "frame"
+constexpr uint32 kMsgNextWindow = 'mCWD';     // menu, Command-G
+constexpr uint32 kMsgToggleOnline = 'mTOM';   // menu, network button; broadcast to every window
+constexpr uint32 kMsgToggleClick = 'mTCM';    // menu; broadcast to every window
+constexpr uint32 kMsgFontChanged = 'mFCH';    // "family", "style", "size" float; broadcast
+constexpr uint32 kMsgWindowClosed = 'mWQT';   // every browser window as it closes
+constexpr uint32 kMsgBusyCursor = 'mTMC';     // workers: "cursor" bool
+constexpr uint32 kMsgThreadInWindow = 'mTNW'; // window: "frame", "dat", "url", "title", "parent"
+constexpr uint32 kMsgThreadInWindowCached = 'mTCW';
+constexpr uint32 kMsgBoardInWindow = 'mBNW'; // window: "frame", "board", "url"
+constexpr uint32 kMsgBoardInWindowCached = 'mBNC';
+
+// To a browser window.
+constexpr uint32 kMsgBoardSelected =
+    'mBSL'; // board pane: "board" name, "url"; loads from the server
+constexpr uint32 kMsgBoardSelectedCached = 'mBSC';
+constexpr uint32 kMsgThreadSelected =
+    'mTSL'; // thread list, article pane: "dat", "url", "res" int32
+constexpr uint32 kMsgThreadSelectedCached = 'mTSC';
+constexpr uint32 kMsgBoardComplete = 'mBRF'; // subject workers: "port" int32, the list's own fields
+constexpr uint32 kMsgThreadComplete =
+    'mTRF'; // thread workers: "port", "dat", "res_num", "last_modified"
+constexpr uint32 kMsgBoardMenuChanged = 'mUBV';
+
+// From a pane's own menus and buttons to the pane.
+constexpr uint32 kMsgBoardInBrowser = 'mBOB';    // "url"
+constexpr uint32 kMsgThreadInBrowser = 'mTOB';   // "dat", "url"
+constexpr uint32 kMsgDeleteCached = 'mTDC';      // "selection" int32, "mode" int32, "dat", "url"
+constexpr uint32 kMsgReloadFromScratch = 'mRAR'; // article pane's button
+
+// From a window to its worker's port, with one byte of value 1.
+constexpr int32 kStopWorker = 'pMQT';

@@ -1,0 +1,252 @@
+#include "app/NPApp.h"
+
+#include "app/DefaultSettings.h"
+#include "app/Messages.h"
+#include "app/NPWindow.h"
+#include "app/TimeCursors.h"
+#include "widgets/Alerts.h"
+
+#include <Cursor.h>
+#include <Directory.h>
+#include <FindDirectory.h>
+#include <Path.h>
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace {
+
+constexpr bigtime_t kBusyRate = 100000; // microseconds a frame
+constexpr bigtime_t kLockTime = 200000; // microseconds; a window that shows an alert is passed over
+constexpr float kCascade = 20;
+const BRect kFirstFrame(50, 50, 600, 550);
+
+} // namespace
+
+NPApp::NPApp() : BApplication(kSignature) {}
+
+void NPApp::ReadyToRun() {
+    InitPrefs();
+    BRect frame = kFirstFrame;
+    fSettings->Get("window_frame", &frame);
+    CreateNewWindow(frame, false, BMessenger());
+}
+
+void NPApp::InitPrefs() {
+    if (CheckPath("2ch") != 0)
+        std::_Exit(1);
+    // It lives until the process ends: what still runs then may hold it.
+    static SettingsFile* const sSettings =
+        new SettingsFile("Itamori", "2ch", B_USER_SETTINGS_DIRECTORY);
+    fSettings = sSettings;
+    if (fSettings->InitCheck() == B_OK) {
+        fSettings->Load();
+        AddPrefsIfNotExists(fSettings);
+    }
+    // Whatever was saved, the cache is on wherever its folder is usable.
+    if (CheckPath("2ch/2chCache") == 0)
+        fSettings->Replace("enable_cache", true);
+}
+
+int32 NPApp::CheckPath(const char* name) {
+    BPath path;
+    if (find_directory(B_USER_SETTINGS_DIRECTORY, &path) != B_OK || path.Append(name) != B_OK)
+        return -1;
+    const status_t status = BDirectory(path.Path()).InitCheck();
+    if (status == B_OK)
+        return 0;
+    if (status != B_ENTRY_NOT_FOUND)
+        ShowAlert("%s\nにアクセスできません。\n", path.Path());
+    else if (create_directory(path.Path(), 0755) != B_OK)
+        ShowAlert("%s\nが作れません。\n", path.Path());
+    else
+        return 0;
+    return -1;
+}
+
+bool NPApp::QuitRequested() {
+    if (fSettings == nullptr)
+        return BApplication::QuitRequested();
+    fSettings->Save();
+    const bool quits = BApplication::QuitRequested();
+    // The windows wrote their layout as they closed.
+    if (quits)
+        fSettings->Save();
+    return quits;
+}
+
+void NPApp::AboutRequested() {
+    BApplication::AboutRequested();
+}
+
+int32 NPApp::GetWriteWindowRect(BRect* out) const {
+    return fSettings->Get("writing_window", out) == B_OK ? 0 : -1;
+}
+
+void NPApp::SetWriteWindowRect(BRect frame) {
+    fSettings->Replace("writing_window", frame);
+}
+
+void NPApp::MessageReceived(BMessage* message) {
+    switch (message->what) {
+    case kMsgFontChanged: _ChangeFont(message); break;
+    case kMsgToggleOnline: _ToggleOnline(message); break;
+    case kMsgToggleClick: _ToggleClick(message); break;
+    case kMsgNewWindow: _OpenWindow(message); break;
+    case kMsgNextWindow: _ActivateNextWindow(); break;
+    case kMsgWindowClosed: _WindowClosed(); break;
+    case kMsgThreadInWindow: _OpenThread(message, kMsgThreadSelected); break;
+    case kMsgThreadInWindowCached: _OpenThread(message, kMsgThreadSelectedCached); break;
+    case kMsgBoardInWindow: _OpenBoard(message, kMsgBoardSelected); break;
+    case kMsgBoardInWindowCached: _OpenBoard(message, kMsgBoardSelectedCached); break;
+    case kMsgBusyCursor: _ChangeBusyCursor(message); break;
+    default: BApplication::MessageReceived(message);
+    }
+}
+
+BMessenger NPApp::CreateNewWindow(BRect frame, bool threadOnly, const BMessenger& parent) {
+    NPWindow* window = new NPWindow(frame, fSettings, threadOnly, parent);
+    const BMessenger messenger(window);
+    window->Show();
+    fWindows.push_back(messenger);
+    fWindowCount++;
+    return messenger;
+}
+
+void NPApp::_ForgetClosedWindows() {
+    std::erase_if(fWindows, [](const BMessenger& window) { return !window.IsValid(); });
+}
+
+void NPApp::_Broadcast(const BMessage& message) {
+    _ForgetClosedWindows();
+    for (size_t i = fWindows.size(); i-- > 0;) {
+        BMessage copy(message);
+        fWindows[i].SendMessage(&copy);
+    }
+}
+
+void NPApp::_ChangeFont(BMessage* message) {
+    BString family;
+    BString style;
+    float size = 0;
+    if (message->FindString("family", &family) == B_OK &&
+        message->FindString("style", &style) == B_OK) {
+        fSettings->Replace("font_family", family.String());
+        fSettings->Replace("font_style", style.String());
+    }
+    if (message->FindFloat("size", &size) == B_OK)
+        fSettings->Replace("font_size", size);
+    _Broadcast(*message);
+}
+
+void NPApp::_ToggleOnline(BMessage* message) {
+    bool online = true;
+    if (fSettings->Get("online_mode", &online) == B_OK)
+        fSettings->Replace("online_mode", !online);
+    _Broadcast(*message);
+}
+
+void NPApp::_ToggleClick(BMessage* message) {
+    int8 mode = 0;
+    if (fSettings->Get("click_mode", &mode) == B_OK && (mode == 1 || mode == 2))
+        fSettings->Replace("click_mode", static_cast<int8>(3 - mode));
+    _Broadcast(*message);
+}
+
+void NPApp::_OpenWindow(BMessage* message) {
+    BRect frame;
+    if (message->FindRect("frame", &frame) == B_OK)
+        CreateNewWindow(frame.OffsetByCopy(kCascade, kCascade), false, BMessenger());
+}
+
+void NPApp::_OpenThread(BMessage* message, uint32 selection) {
+    BRect frame;
+    BMessenger parent;
+    if (message->FindRect("frame", &frame) != B_OK)
+        return;
+    message->FindMessenger("parent", &parent);
+    const BMessenger window = CreateNewWindow(frame.OffsetByCopy(kCascade, kCascade), true, parent);
+    BString dat;
+    BString url;
+    BString title;
+    if (message->FindString("dat", &dat) != B_OK || message->FindString("url", &url) != B_OK ||
+        message->FindString("title", &title) != B_OK)
+        return;
+    BMessage select(selection);
+    select.AddString("dat", dat);
+    select.AddString("url", url);
+    select.AddString("title", title);
+    window.SendMessage(&select);
+}
+
+void NPApp::_OpenBoard(BMessage* message, uint32 selection) {
+    BRect frame;
+    if (message->FindRect("frame", &frame) != B_OK)
+        return;
+    const BMessenger window =
+        CreateNewWindow(frame.OffsetByCopy(kCascade, kCascade), false, BMessenger());
+    BString board;
+    BString url;
+    if (message->FindString("board", &board) != B_OK || message->FindString("url", &url) != B_OK)
+        return;
+    BMessage select(selection);
+    select.AddString("board", board);
+    select.AddString("url", url);
+    window.SendMessage(&select);
+}
+
+void NPApp::_ActivateNextWindow() {
+    _ForgetClosedWindows();
+    const auto withWindow = [this](size_t index, auto call) {
+        BLooper* looper = nullptr;
+        if (fWindows[index].LockTargetWithTimeout(kLockTime) != B_OK)
+            return false;
+        fWindows[index].Target(&looper);
+        const bool result = call(static_cast<BWindow*>(looper));
+        looper->Unlock();
+        return result;
+    };
+    const auto isActive = [](BWindow* window) { return window->IsActive(); };
+    const auto activate = [](BWindow* window) {
+        window->Activate(true);
+        return true;
+    };
+    for (size_t i = 0; i < fWindows.size(); i++) {
+        if (withWindow(i, isActive)) {
+            withWindow(i + 1 == fWindows.size() ? 0 : i + 1, activate);
+            return;
+        }
+    }
+}
+
+void NPApp::_WindowClosed() {
+    _ForgetClosedWindows();
+    if (fWindowCount-- == 1)
+        PostMessage(B_QUIT_REQUESTED);
+}
+
+// The count may fall below 0: a release that comes before its request is made good by it.
+void NPApp::_ChangeBusyCursor(BMessage* message) {
+    bool busy = false;
+    if (message->FindBool("cursor", &busy) != B_OK)
+        return;
+    fBusyCount += busy ? 1 : -1;
+    if (busy) {
+        SetPulseRate(kBusyRate);
+        ShowCursor();
+    } else if (fBusyCount <= 0) {
+        SetPulseRate(0);
+        SetCursor(B_HAND_CURSOR);
+        ShowCursor();
+    }
+}
+
+void NPApp::Pulse() {
+    // Goes on from where the last busy time ended.
+    static int32 sFrame = 0;
+    if (fBusyCount <= 0)
+        return;
+    sFrame = sFrame >= kTimeCursorCount ? 0 : sFrame;
+    SetCursor(time_cursors[sFrame++].data());
+    ShowCursor();
+}

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "settings/SettingsFile.h"
+
+#include <Application.h>
+#include <Messenger.h>
+#include <Rect.h>
+
+#include <vector>
+
+class NPWindow;
+
+constexpr const char* kSignature = "application/x-vnd.Itamori";
+
+// The program: owns the settings, makes the folders, opens browser windows and quits with the last
+// of them. What concerns every window goes through it: the online and click modes, the font,
+// requests for new windows, the busy cursor. Everything runs on the application's thread.
+class NPApp : public BApplication {
+public:
+    NPApp();
+
+    void ReadyToRun() override;
+    void MessageReceived(BMessage* message) override;
+    bool QuitRequested() override;
+    void Pulse() override;
+    void AboutRequested() override;
+
+    // Makes sure that a folder stands below the user's settings: 0, or −1 after telling the user.
+    int32 CheckPath(const char* path);
+    // Where the write window stood; 0, or −1 without one.
+    int32 GetWriteWindowRect(BRect* out) const;
+    void SetWriteWindowRect(BRect frame);
+
+    // Shared with every window; lives until the process ends.
+    SettingsFile* Settings() const { return fSettings; }
+
+private:
+    void InitPrefs();
+    BMessenger CreateNewWindow(BRect frame, bool threadOnly, const BMessenger& parent);
+    void _Broadcast(const BMessage& message);
+    void _ForgetClosedWindows();
+
+    void _ChangeFont(BMessage* message);
+    void _ToggleOnline(BMessage* message);
+    void _ToggleClick(BMessage* message);
+    void _OpenWindow(BMessage* message);
+    void _OpenThread(BMessage* message, uint32 selection);
+    void _OpenBoard(BMessage* message, uint32 selection);
+    void _ActivateNextWindow();
+    void _WindowClosed();
+    void _ChangeBusyCursor(BMessage* message);
+
+    SettingsFile* fSettings = nullptr;
+    int32 fWindowCount = 0;
+    int32 fBusyCount = 0;
+    std::vector<BMessenger> fWindows;
+};

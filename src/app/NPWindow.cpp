@@ -1,0 +1,188 @@
+#include "app/NPWindow.h"
+
+#include "app/Messages.h"
+#include "settings/SettingsFile.h"
+#include "views/NPArticleView.h"
+#include "views/NPBitmapButton.h"
+#include "views/NPBoardView.h"
+#include "views/NPProgressView.h"
+#include "views/NPThreadView.h"
+
+#include <Application.h>
+#include <Bitmap.h>
+#include <MenuBar.h>
+#include <MenuItem.h>
+#include <Screen.h>
+
+#include <cstdio>
+#include <cstring>
+
+namespace {
+
+constexpr float kLeastWidth = 200;
+constexpr float kLeastHeight = 300;
+
+// A text of the settings for a buffer of 64 bytes; empty when it is missing or does not fit.
+void CopySetting(const SettingsFile& settings, const char* key, char (*buffer)[64]) {
+    BString text;
+    (*buffer)[0] = '\0';
+    if (settings.Get(key, &text) != B_OK)
+        return;
+    if (text.Length() >= static_cast<int32>(sizeof(*buffer)))
+        fprintf(stderr, "settings: \"%s\" is too long\n", key);
+    else
+        memcpy(*buffer, text.String(), text.Length() + 1);
+}
+
+} // namespace
+
+NPWindow::NPWindow(BRect frame, SettingsFile* settings, bool threadOnly, const BMessenger& parent)
+    : BWindow(frame, "Itamori", B_DOCUMENT_WINDOW, 0), fSettings(settings), fThreadOnly(threadOnly),
+      fParent(parent), fLink(std::make_shared<WindowLink>(this)) {
+    AddMenuBar();
+    AddView();
+    AddShortcuts();
+    const BRect screen = BScreen(this).Frame();
+    SetSizeLimits(kLeastWidth, screen.Width(), kLeastHeight, screen.Height());
+    _PlaceOnScreen();
+}
+
+NPWindow::~NPWindow() {
+    fLink->Detach();
+}
+
+// A frame that was saved on another screen must not hide the window.
+void NPWindow::_PlaceOnScreen() {
+    const BRect screen = BScreen(this).Frame();
+    const BRect frame = Frame();
+    const BRect titleBar(frame.left, frame.top, frame.right, frame.top + 20);
+    if (!screen.Intersects(titleBar))
+        MoveTo(screen.left + 50, screen.top + 50);
+}
+
+void NPWindow::AddShortcuts() {
+    AddShortcut('G', 0, new BMessage(kMsgNextWindow));
+}
+
+void NPWindow::MessageReceived(BMessage* message) {
+    switch (message->what) {
+    // Requests that the application serves
+    case kMsgNewWindow:
+    case kMsgBoardInWindow:
+    case kMsgBoardInWindowCached: _ForwardWithFrame(message); break;
+    case kMsgNextWindow: be_app_messenger.SendMessage(message); break;
+    case kMsgThreadInWindow:
+    case kMsgThreadInWindowCached: _ForwardThread(message); break;
+
+    // Selections
+    case kMsgBoardSelected: BoardSelected(message); break;
+    case kMsgBoardSelectedCached: BoardSelectedCache(message); break;
+    case kMsgThreadSelected: ThreadSelected(message); break;
+    case kMsgThreadSelectedCached: ThreadSelectedCache(message); break;
+
+    // From workers
+    case kMsgBoardComplete: _BoardComplete(message); break;
+    case kMsgThreadComplete: _ThreadComplete(message); break;
+
+    // Broadcasts of the application
+    case kMsgFontChanged: PostMessage(message, fArticleView); break;
+    case kMsgToggleOnline: ToggleOnlineMode(); break;
+    case kMsgToggleClick: ToggleClickMode(); break;
+    case kMsgBoardMenuChanged: _ReloadBoards(); break;
+    default: BWindow::MessageReceived(message);
+    }
+}
+
+void NPWindow::_ForwardWithFrame(BMessage* message) {
+    BMessage request(*message);
+    request.AddRect("frame", Frame());
+    be_app_messenger.SendMessage(&request);
+}
+
+void NPWindow::_ForwardThread(BMessage* message) {
+    BMessage request(*message);
+    BString title;
+    bool noParent = false;
+    if (request.FindString("title", &title) != B_OK)
+        request.AddString("title", Title());
+    BRect frame = fArticleView->ConvertToScreen(fArticleView->Bounds());
+    frame.right += 2;
+    frame.bottom += 14;
+    request.AddRect("frame", frame);
+    if (request.FindBool("no_parent", &noParent) != B_OK || !noParent)
+        request.AddMessenger("parent", BMessenger(this));
+    be_app_messenger.SendMessage(&request);
+}
+
+bool NPWindow::GetOnlineMode() const {
+    bool online = true;
+    return fSettings->Get("online_mode", &online) != B_OK || online;
+}
+
+int8 NPWindow::GetClickMode() const {
+    int8 mode = 2;
+    return fSettings->Get("click_mode", &mode) == B_OK && mode == 1 ? 1 : 2;
+}
+
+int32 NPWindow::GetWriteKeyBinding() const {
+    int32 binding = 0;
+    return fSettings->Get("key_binding", &binding) == B_OK ? binding : 0;
+}
+
+bool NPWindow::GetBoardExpand(const char* name) const {
+    BString category;
+    for (int32 i = 0; fSettings->Get("category_name", &category, i) == B_OK; i++) {
+        bool expanded = false;
+        if (category == name && fSettings->Get("category_expand", &expanded, i) == B_OK)
+            return expanded;
+    }
+    return false;
+}
+
+int32 NPWindow::GetProxy(bool* use, char (*host)[64], char (*port)[64]) const {
+    *use = false;
+    fSettings->Get("proxy", use);
+    CopySetting(*fSettings, "proxy_host", host);
+    CopySetting(*fSettings, "proxy_port", port);
+    return 0;
+}
+
+int32 NPWindow::GetFontInfo(char (*family)[64], char (*style)[64], float* size) const {
+    CopySetting(*fSettings, "font_family", family);
+    CopySetting(*fSettings, "font_style", style);
+    fSettings->Get("font_size", size);
+    return 0;
+}
+
+void NPWindow::ToggleOnlineMode() {
+    bool online = true;
+    if (fThreadOnly || fSettings->Get("online_mode", &online) != B_OK)
+        return;
+    fNetworkButton->SetBitmap(online ? fOnlineBitmap.get() : fOfflineBitmap.get());
+}
+
+void NPWindow::ToggleClickMode() {
+    int8 mode = 0;
+    if (fThreadOnly || fSettings->Get("click_mode", &mode) != B_OK || (mode != 1 && mode != 2))
+        return;
+    fBoardView->SetClickMode(static_cast<click_mode>(mode));
+    fThreadView->SetClickMode(static_cast<click_mode>(mode));
+}
+
+void NPWindow::_ReloadBoards() {
+    if (!fThreadOnly)
+        fBoardView->UpdateBBSMenu();
+}
+
+void NPWindow::PostProgressData(const char* text, int32 value) {
+    fProgressView->DrawBar(text, value);
+}
+
+bool NPWindow::QuitRequested() {
+    _StopWorker(&fSubjectWorker);
+    _StopWorker(&fArticleWorker);
+    if (!fThreadOnly)
+        _SaveLayout();
+    be_app_messenger.SendMessage(kMsgWindowClosed);
+    return BWindow::QuitRequested();
+}

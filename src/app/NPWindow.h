@@ -1,0 +1,120 @@
+#pragma once
+
+#include "workers/Jobs.h"
+
+#include <Messenger.h>
+#include <Window.h>
+
+#include <memory>
+
+class BBitmap;
+class BMenu;
+class BMenuBar;
+class NPArticleView;
+class NPBitmapButton;
+class NPBoardView;
+class NPProgressView;
+class NPThreadView;
+class SettingsFile;
+class SplitPane;
+struct _ArticleOut;
+
+// A browser window: the board list, the thread list of the board chosen there, and the posts of the
+// thread chosen there, with a status line below. A thread-only window shows the posts of one
+// thread. Starts, replaces and stops the workers; saves its layout into the shared settings as it
+// closes.
+//
+// Everything runs on the window's thread, but for the static functions, which workers call.
+class NPWindow : public BWindow {
+public:
+    // The settings are shared and outlive the window. The parent is told when a thread-only
+    // window's thread has been read; it may be invalid.
+    NPWindow(BRect frame, SettingsFile* settings, bool threadOnly, const BMessenger& parent);
+    ~NPWindow() override;
+
+    void MessageReceived(BMessage* message) override;
+    void MenusBeginning() override;
+    bool QuitRequested() override;
+
+    bool GetOnlineMode() const; // true without the setting
+    int8 GetClickMode() const;  // 1 or 2
+    int32 GetWriteKeyBinding() const;
+    bool GetBoardExpand(const char* name) const;
+    // Always 0. A text that does not fit is left empty rather than cut: it would name another host.
+    int32 GetProxy(bool* use, char (*host)[64], char (*port)[64]) const;
+    int32 GetFontInfo(char (*family)[64], char (*style)[64], float* size) const;
+
+    // The status line; with the window locked.
+    void PostProgressData(const char* text, int32 value);
+
+    // By workers: under the item lock, then the window's. The request is the worker's port; number
+    // 0 begins a new thread list, with the board's URL as its title.
+    static void addThreadItem(WindowLink* link, port_id request, int32 number, const char* title,
+                              const char* count, const char* dat);
+    // An article without any text ends the thread.
+    static void addArticleItem(WindowLink* link, port_id request, const char* title, int32 number,
+                               const _ArticleOut& article);
+
+    // Thread entry points; the argument is the job, which the thread frees as it exits.
+    static int32 getSubject(void* job);
+    static int32 getSubjectCache(void* job);
+    static int32 getArticle(void* job);
+    static int32 getArticleCache(void* job);
+
+private:
+    // Layout
+    void AddMenuBar();
+    void AddView();
+    void AddShortcuts();
+    BView* _MakePanes(BRect bounds);
+    void _AddStatusLine(BView* base);
+    int32 SetColumn();
+    void _SaveLayout();
+    void _SaveCategories();
+    void _PlaceOnScreen();
+
+    // Modes
+    void ToggleOnlineMode();
+    void ToggleClickMode();
+    void _ReloadBoards();
+
+    // Workers
+    using Entry = int32 (*)(void*);
+    void BoardSelected(BMessage* message);
+    void BoardSelectedCache(BMessage* message);
+    void ThreadSelected(BMessage* message);
+    void ThreadSelectedCache(BMessage* message);
+    void _StartSubject(BMessage* message, Entry entry, const char* name, bool online);
+    std::unique_ptr<ThreadJob> _MakeThreadJob(BMessage* message);
+    void _StartThread(std::unique_ptr<ThreadJob> job, Entry entry, const char* name);
+    bool _FillProxy(ProxySetting* proxy) const;
+    void _StopWorker(std::shared_ptr<WorkerControl>* worker);
+    bool _EndWorker(std::shared_ptr<WorkerControl>* worker, const BMessage* completion);
+    void _BoardComplete(BMessage* message);
+    void _ThreadComplete(BMessage* message);
+
+    // Requests for new windows
+    void _ForwardWithFrame(BMessage* message);
+    void _ForwardThread(BMessage* message);
+
+    // Constant after construction
+    SettingsFile* fSettings;
+    const bool fThreadOnly;
+    const BMessenger fParent;
+    std::shared_ptr<WindowLink> fLink;
+
+    // Window thread only; the panes and splitters of a thread-only window are null
+    BMenuBar* fMenuBar = nullptr;
+    NPThreadView* fThreadView = nullptr;
+    NPArticleView* fArticleView = nullptr;
+    NPBoardView* fBoardView = nullptr;
+    SplitPane* fThreadSplit = nullptr;
+    SplitPane* fBoardSplit = nullptr;
+    NPProgressView* fProgressView = nullptr;
+    NPBitmapButton* fNetworkButton = nullptr;
+    std::unique_ptr<BBitmap> fOnlineBitmap;
+    std::unique_ptr<BBitmap> fOfflineBitmap;
+    std::string fBoardName;
+    std::shared_ptr<WorkerControl> fSubjectWorker; // null when there is none
+    std::shared_ptr<WorkerControl> fArticleWorker;
+};

@@ -1,0 +1,216 @@
+#include "app/Messages.h"
+#include "app/NPWindow.h"
+#include "settings/SettingsFile.h"
+#include "views/NPArticleView.h"
+#include "views/NPBoardView.h"
+#include "views/NPThreadView.h"
+#include "workers/ArticleWorkers.h"
+#include "workers/SubjectWorkers.h"
+
+#include <Autolock.h>
+#include <OS.h>
+
+#include <cstdio>
+
+namespace {
+
+constexpr int32 kWorkerPriority = 10;
+constexpr bigtime_t kStopTime = 10000; // microseconds an old worker gets to see its stop
+
+// A name that identifies something; false, with a trace, when it does not fit its format.
+bool FindName(const BMessage* message, const char* field, size_t longest, std::string* name) {
+    BString text;
+    if (message->FindString(field, &text) != B_OK)
+        return false;
+    name->assign(text.String(), text.Length());
+    if (name->size() <= longest)
+        return true;
+    fprintf(stderr, "refused a \"%s\" of %zu bytes\n", field, name->size());
+    return false;
+}
+
+std::string CutAtCharacter(const char* text, size_t longest) {
+    std::string cut(text);
+    size_t length = cut.size() < longest ? cut.size() : longest;
+    while (length > 0 && length < cut.size() && (cut[length] & 0xC0) == 0x80)
+        length--;
+    cut.resize(length);
+    return cut;
+}
+
+// Frees a worker's job as its thread exits.
+template <typename Job>
+struct Exit {
+    std::unique_ptr<Job> job;
+    const char* name;
+
+    static void Run(void* data) {
+        const std::unique_ptr<Exit> self(static_cast<Exit*>(data));
+        self->job->control->DeletePort();
+        self->job->control->ReleaseCursor();
+        fprintf(stderr, "%s finished.\n", self->name);
+    }
+};
+
+template <typename Job>
+const Job& TakeOver(void* data, const char* name) {
+    Exit<Job>* handler = new Exit<Job>{std::unique_ptr<Job>(static_cast<Job*>(data)), name};
+    on_exit_thread(Exit<Job>::Run, handler);
+    return *handler->job;
+}
+
+// Starts a worker, which then owns the job; false when there is no thread to be had.
+template <typename Job>
+bool Spawn(int32 (*entry)(void*), const char* name, std::unique_ptr<Job>* job) {
+    const std::shared_ptr<WorkerControl> control = (*job)->control;
+    const thread_id thread = spawn_thread(entry, name, kWorkerPriority, job->get());
+    if (thread < 0)
+        return false;
+    job->release();
+    control->TakeCursor();
+    resume_thread(thread);
+    return true;
+}
+
+} // namespace
+
+int32 NPWindow::getSubject(void* data) {
+    return SubjectDownload(TakeOver<SubjectJob>(data, "getSubject")).Run();
+}
+
+int32 NPWindow::getSubjectCache(void* data) {
+    return SubjectCacheListing(TakeOver<SubjectJob>(data, "getSubjectCache")).Run();
+}
+
+int32 NPWindow::getArticle(void* data) {
+    return ArticleDownload(TakeOver<ThreadJob>(data, "getArticle")).Run();
+}
+
+int32 NPWindow::getArticleCache(void* data) {
+    return ArticleReplay(TakeOver<ThreadJob>(data, "getArticleCache")).Run();
+}
+
+void NPWindow::addThreadItem(WindowLink* link, port_id request, int32 number, const char* title,
+                             const char* count, const char* dat) {
+    const BAutolock lock(link->ThreadListLock());
+    link->Call([&](NPWindow* window) {
+        window->fThreadView->addThreadItem(request, number, title, count, dat);
+    });
+}
+
+void NPWindow::addArticleItem(WindowLink* link, port_id request, const char* title, int32 number,
+                              const _ArticleOut& article) {
+    const BAutolock lock(link->ArticleLock());
+    link->Call([&](NPWindow* window) {
+        window->fArticleView->addArticleItem(request, title, number, article);
+    });
+}
+
+void NPWindow::_StopWorker(std::shared_ptr<WorkerControl>* worker) {
+    if (*worker != nullptr)
+        (*worker)->Stop();
+    worker->reset();
+}
+
+bool NPWindow::_FillProxy(ProxySetting* proxy) const {
+    char host[64];
+    char port[64];
+    GetProxy(&proxy->use, &host, &port);
+    proxy->host = host;
+    proxy->port = port;
+    return proxy->port.size() <= kLongestProxyPort;
+}
+
+void NPWindow::BoardSelected(BMessage* message) {
+    _StartSubject(message, getSubject, "getSubject", true);
+}
+
+void NPWindow::BoardSelectedCache(BMessage* message) {
+    _StartSubject(message, getSubjectCache, "getSubjectCache", false);
+}
+
+void NPWindow::_StartSubject(BMessage* message, Entry entry, const char* name, bool online) {
+    auto job = std::make_unique<SubjectJob>();
+    BString board;
+    if (fThreadOnly || message->FindString("board", &board) != B_OK ||
+        !FindName(message, "url", kLongestUrl, &job->url))
+        return;
+    if (fSubjectWorker != nullptr) {
+        _StopWorker(&fSubjectWorker);
+        snooze(kStopTime);
+    }
+    fBoardName = CutAtCharacter(board.String(), kLongestBoardName);
+    job->board = fBoardName;
+    job->window = fLink;
+    if (online && !_FillProxy(&job->proxy))
+        return;
+    job->control = fSubjectWorker = std::make_shared<WorkerControl>("subject_port");
+    if (!Spawn(entry, name, &job))
+        fSubjectWorker.reset();
+}
+
+std::unique_ptr<ThreadJob> NPWindow::_MakeThreadJob(BMessage* message) {
+    auto job = std::make_unique<ThreadJob>();
+    if (!FindName(message, "url", kLongestUrl, &job->url) ||
+        !FindName(message, "dat", kLongestDat, &job->dat))
+        return nullptr;
+    BString title;
+    if (fThreadOnly && message->FindString("title", &title) == B_OK)
+        SetTitle(title.String());
+    if (fArticleWorker != nullptr) {
+        _StopWorker(&fArticleWorker);
+        snooze(kStopTime);
+    }
+    job->window = fLink;
+    fSettings->Get("enable_cache", &job->cacheEnabled);
+    message->FindBool("bookmark", &job->bookmark);
+    return job;
+}
+
+void NPWindow::ThreadSelected(BMessage* message) {
+    std::unique_ptr<ThreadJob> job = _MakeThreadJob(message);
+    if (job != nullptr && _FillProxy(&job->proxy))
+        _StartThread(std::move(job), getArticle, "getArticle");
+}
+
+void NPWindow::ThreadSelectedCache(BMessage* message) {
+    std::unique_ptr<ThreadJob> job = _MakeThreadJob(message);
+    if (job != nullptr)
+        _StartThread(std::move(job), getArticleCache, "getArticleCache");
+}
+
+// The pane has turned to the new thread before its worker can add the first post.
+void NPWindow::_StartThread(std::unique_ptr<ThreadJob> job, Entry entry, const char* name) {
+    job->control = fArticleWorker = std::make_shared<WorkerControl>("article_port");
+    fArticleView->ShowThread(fArticleWorker->Port(), job->url.c_str(), job->dat.c_str());
+    if (!Spawn(entry, name, &job))
+        fArticleWorker.reset();
+}
+
+// Ends the present worker if the completion is its own: one of a replaced worker, or one that a
+// thread-only window passed on, ends nothing here.
+bool NPWindow::_EndWorker(std::shared_ptr<WorkerControl>* worker, const BMessage* completion) {
+    port_id port = -1;
+    if (*worker == nullptr || completion->FindInt32("port", &port) != B_OK ||
+        port != (*worker)->Port())
+        return false;
+    (*worker)->DeletePort();
+    (*worker)->ReleaseCursor();
+    worker->reset();
+    return true;
+}
+
+void NPWindow::_BoardComplete(BMessage* message) {
+    if (fThreadOnly || !_EndWorker(&fSubjectWorker, message))
+        return;
+    PostMessage(message, fBoardView);
+    PostMessage(message, fThreadView);
+}
+
+void NPWindow::_ThreadComplete(BMessage* message) {
+    _EndWorker(&fArticleWorker, message);
+    if (!fThreadOnly)
+        PostMessage(message, fThreadView);
+    else
+        fParent.SendMessage(message);
+}

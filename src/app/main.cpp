@@ -1,0 +1,7 @@
+#include "app/NPApp.h"
+
+int main() {
+    NPApp application;
+    application.Run();
+    return 0;
+}

@@ -1,0 +1,89 @@
+#pragma once
+
+#include "net/LineReader.h"
+
+#include <Directory.h>
+#include <Entry.h>
+#include <File.h>
+#include <SupportDefs.h>
+#include <TypeConstants.h>
+
+// One cached thread: the server's bytes as they came (cp932 lines), with "title" (string without a
+// terminating zero byte), "res_num" (int32, the posts in the file) and "bar_pos" (int32, where the
+// reader left it) as attributes. The file's modification time is the server's "Last-Modified", its
+// size the offset from which the next download goes on.
+//
+// While a download has not brought the whole body, the file carries a mark, and its modification
+// text is the epoch: however it ended, the next download asks for what is missing.
+//
+// An object lives for one operation of one thread. Another may have the same file open; downloads
+// take the node lock. Results are platform status codes. Names that are no good path components
+// open nothing.
+class NPCache {
+public:
+    // A look-up creates nothing; a download creates folders and file.
+    enum class Open { kExisting, kCreate };
+
+    NPCache() = default;
+    NPCache(const char* host, const char* board, const char* file, Open how) {
+        SetTo(host, board, file, how);
+    }
+    NPCache(const NPCache&) = delete;
+    NPCache& operator=(const NPCache&) = delete;
+
+    // 0 when a file is open, else −1.
+    int32 Status() const { return fStatus; }
+    status_t SetTo(const char* host, const char* board, const char* file, Open how);
+
+    // The next line with its line feed, not terminated: its length, 0 at the end of the file, −1
+    // when it is longer than `size`, or a read error. An unfinished last line is never returned.
+    int32 ReadLine(char* buffer, size_t size);
+    // Writes at the current position; what does not fit on the disk leaves no part of a line
+    // behind.
+    status_t WriteLine(const char* data, size_t length);
+    // Moves to the end; returns the size.
+    off_t SeekLast();
+    int32 GetSize() const;
+
+    // An HTTP date (RFC 1123 form, UTC).
+    const char* GetModificationTime() const { return fModificationTime; }
+    // Takes a server's date; one that can't be read changes nothing.
+    void SetModificationTime(const char* date);
+
+    ssize_t ReadAttr(const char* name, type_code type, void* buffer, size_t size);
+    ssize_t WriteAttr(const char* name, type_code type, const void* data, size_t size);
+    void SetMimeType(const char* type);
+
+    // Removes the file; the status is −1 afterwards.
+    void RemoveFile();
+
+    // For downloads.
+    status_t Lock() { return fFile.Lock(); }
+    status_t Unlock() { return fFile.Unlock(); }
+    void Sync() { fFile.Sync(); }
+    // Whether the name still leads to this file.
+    bool IsCurrent() const;
+    // The mark of an unfinished download.
+    bool IsUnfinished() const;
+    status_t MarkUnfinished();
+    void MarkFinished();
+    // Cuts off an unfinished last line, as a crash may leave it.
+    status_t CutToWholeLines();
+
+    // Open a cached file for reading, or a board's folder; nothing is created.
+    static status_t FindDatFile(const char* host, const char* board, const char* file, BFile* out);
+    static status_t FindDatDirectory(const char* host, const char* board, BDirectory* out);
+
+private:
+    status_t _Open(const char* host, const char* board, const char* file, Open how);
+    status_t _MakeFolders(const char* host, const char* board);
+    int32 initdir(const char* path);
+    void _ReadModificationTime();
+    status_t _FindLastLineEnd(off_t end, off_t* lineEnd);
+
+    int32 fStatus = -1;
+    BFile fFile;
+    BEntry fEntry;
+    char fModificationTime[32] = "";
+    LineReader fReader;
+};

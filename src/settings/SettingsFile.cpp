@@ -1,0 +1,166 @@
+#include "settings/SettingsFile.h"
+
+#include "settings/MessageAttributes.h"
+
+#include <Application.h>
+#include <Autolock.h>
+#include <Directory.h>
+#include <Entry.h>
+#include <File.h>
+#include <Roster.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <string>
+
+namespace {
+
+constexpr int32 kRoot = -1;
+constexpr mode_t kFolderMode = 0777;
+
+status_t FolderOfSignature(std::string* folder) {
+    app_info info;
+    if (be_app == nullptr || be_app->GetAppInfo(&info) != B_OK)
+        return B_BAD_VALUE;
+    std::string name = info.signature;
+    for (const char* prefix : {"application/x-vnd.", "application/"}) {
+        if (!name.starts_with(prefix))
+            continue;
+        name.erase(0, std::string(prefix).size());
+        const size_t dash = name.find('-');
+        if (name.find('.') != name.npos)
+            std::replace(name.begin(), name.end(), '.', '/');
+        else if (dash != name.npos)
+            name[dash] = '/';
+        *folder = name;
+        return B_OK;
+    }
+    return B_BAD_VALUE;
+}
+
+// The file that a path leads to, through symbolic links; the path itself where nothing is yet.
+BPath Target(const BPath& path) {
+    BPath target;
+    const BEntry entry(path.Path(), true);
+    if (entry.InitCheck() == B_OK && entry.GetPath(&target) == B_OK)
+        return target;
+    return path;
+}
+
+status_t MakeParent(const BPath& path) {
+    BPath parent;
+    const status_t status = path.GetParent(&parent);
+    return status == B_OK ? create_directory(parent.Path(), kFolderMode) : status;
+}
+
+// Keeps two programs from replacing the file at once: the lock is on a file that stays.
+class SaveLock {
+public:
+    explicit SaveLock(const BPath& path)
+        : fFile((std::string(path.Path()) + ".lock").c_str(), B_READ_WRITE | B_CREATE_FILE),
+          fStatus(fFile.InitCheck() == B_OK ? fFile.Lock() : fFile.InitCheck()) {}
+    ~SaveLock() {
+        if (fStatus == B_OK)
+            fFile.Unlock();
+    }
+    SaveLock(const SaveLock&) = delete;
+    SaveLock& operator=(const SaveLock&) = delete;
+    status_t Status() const { return fStatus; }
+
+private:
+    BFile fFile;
+    status_t fStatus;
+};
+
+} // namespace
+
+SettingsFile::SettingsFile(const char* name, const char* folder, int32 which) : fLock("settings") {
+    fStatus = _MakePath(name, folder, which);
+    if (fStatus != B_OK)
+        fPath.Unset();
+}
+
+status_t SettingsFile::_MakePath(const char* name, const char* folder, int32 which) {
+    std::string derived;
+    status_t status = which == kRoot ? fPath.SetTo("/")
+                                     : find_directory(static_cast<directory_which>(which), &fPath);
+    if (status == B_OK && folder == nullptr) {
+        status = FolderOfSignature(&derived);
+        folder = derived.c_str();
+    }
+    if (status == B_OK)
+        status = fPath.Append(folder);
+    return status == B_OK ? fPath.Append(name != nullptr ? name : "Settings") : status;
+}
+
+status_t SettingsFile::Load() {
+    if (fStatus != B_OK)
+        return fStatus;
+    BFile file(fPath.Path(), B_READ_ONLY);
+    status_t status = file.InitCheck();
+    if (status == B_OK)
+        status = file.Lock();
+    if (status != B_OK)
+        return status;
+    const BAutolock lock(fLock);
+    status = Unflatten(&file);
+    fBroken = status != B_OK;
+    if (fBroken) {
+        MakeEmpty();
+        fprintf(stderr, "settings: %s can't be understood; starting with the defaults\n",
+                fPath.Path());
+    } else {
+        status = ApplyAttributes(&file, this);
+    }
+    file.Unlock();
+    return status;
+}
+
+status_t SettingsFile::_Write(BFile* file) const {
+    const BAutolock lock(fLock);
+    status_t status = Flatten(file);
+    if (status == B_OK)
+        status = StoreAttributes(*this, file);
+    return status == B_OK ? file->Sync() : status;
+}
+
+status_t SettingsFile::_SetBrokenAside(const char* path) const {
+    std::string aside;
+    for (int number = 1; aside.empty() || BEntry(aside.c_str()).Exists(); number++)
+        aside = std::string(path) + ".broken" + (number > 1 ? std::to_string(number) : "");
+    const status_t status = BEntry(path).Rename(aside.c_str(), false);
+    if (status == B_OK)
+        fprintf(stderr, "settings: the old file is kept as %s\n", aside.c_str());
+    return status;
+}
+
+status_t SettingsFile::Save() const {
+    if (fStatus != B_OK)
+        return fStatus;
+    const BPath target = Target(fPath);
+    status_t status = MakeParent(target);
+    if (status != B_OK)
+        return status;
+    const SaveLock lock(target);
+    return lock.Status() == B_OK ? _ReplaceFile(target.Path()) : lock.Status();
+}
+
+status_t SettingsFile::_ReplaceFile(const char* path) const {
+    const std::string beside = std::string(path) + ".new";
+    BFile file;
+    status_t status = file.SetTo(beside.c_str(), B_READ_WRITE | B_CREATE_FILE | B_ERASE_FILE);
+    if (status != B_OK)
+        return status;
+    status = _Write(&file);
+    file.Unset();
+    if (status == B_OK && fBroken) {
+        status = _SetBrokenAside(path);
+        fBroken = status != B_OK;
+    }
+    BEntry entry(beside.c_str());
+    if (status == B_OK)
+        status = entry.Rename(path, true);
+    if (status != B_OK)
+        entry.Remove();
+    return status;
+}

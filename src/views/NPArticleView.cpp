@@ -1,0 +1,232 @@
+#include "views/NPArticleView.h"
+
+#include "app/Messages.h"
+#include "cache/NPCache.h"
+#include "net/NPUrl.h"
+#include "net/lines.h"
+#include "text/html.h"
+#include "views/Icons.h"
+#include "views/NPBitmapButton.h"
+#include "views/NPStringView.h"
+#include "views/NPTextView.h"
+#include "widgets/Alerts.h"
+
+#include <Font.h>
+#include <InterfaceDefs.h>
+#include <Message.h>
+#include <Messenger.h>
+#include <ScrollBar.h>
+#include <ScrollView.h>
+#include <Window.h>
+
+#include <cstring>
+
+namespace {
+
+// The pane's own button; the window gets kMsgThreadSelected from it.
+constexpr uint32 kMsgReload = 'mRLD';
+
+constexpr float kHeadHeight = 48;
+constexpr float kInset = 8;
+constexpr float kButtonSize = 24;
+constexpr float kTextInset = 8;
+
+void DecodeReferences(BString* text) {
+    if (text->FindFirst("&") >= 0)
+        ReplaceHTMLEscapeString(text);
+}
+
+} // namespace
+
+NPArticleView::NPArticleView(BRect frame)
+    : BView(frame, "article pane", B_FOLLOW_ALL_SIDES, B_WILL_DRAW) {
+    SetViewColor(ui_color(B_PANEL_BACKGROUND_COLOR));
+    const BRect bounds = Bounds();
+    const float right = bounds.right - kInset - 2 * (kButtonSize + 4);
+    fTitleLabel =
+        new BStringView(BRect(kInset, 4, right, 24), "title", "",
+                        B_FOLLOW_LEFT_RIGHT | B_FOLLOW_TOP, B_WILL_DRAW | B_FULL_UPDATE_ON_RESIZE);
+    fTitleLabel->SetFont(be_bold_font);
+    AddChild(fTitleLabel);
+    fUrlLabel = new NPStringView(BRect(kInset, 25, right, 44));
+    AddChild(fUrlLabel);
+    _AddButtons();
+    _AddText(BRect(0, kHeadHeight, bounds.right, bounds.bottom));
+}
+
+NPArticleView::~NPArticleView() {
+    WriteBarPosition();
+}
+
+void NPArticleView::_AddButtons() {
+    fReloadIcon = MakeIcon(Icon::kReload);
+    fScratchIcon = MakeIcon(Icon::kReloadFromScratch);
+    const float right = Bounds().right - kInset;
+    const float top = 12;
+    const BRect second(right - kButtonSize, top, right, top + kButtonSize);
+    const BRect first = second.OffsetByCopy(-kButtonSize - 4, 0);
+    const uint32 follow = B_FOLLOW_RIGHT | B_FOLLOW_TOP;
+    AddChild(
+        new NPBitmapButton(first, "reload", fReloadIcon.get(), new BMessage(kMsgReload), follow));
+    AddChild(new NPBitmapButton(second, "reload from scratch", fScratchIcon.get(),
+                                new BMessage(kMsgReloadFromScratch), follow));
+}
+
+void NPArticleView::_AddText(BRect frame) {
+    BRect text = frame;
+    text.right -= B_V_SCROLL_BAR_WIDTH + 1;
+    BRect textRect = text.OffsetToCopy(0, 0);
+    textRect.InsetBy(kTextInset, kTextInset);
+    fTextView = new NPTextView(text, textRect);
+    fScrollView =
+        new BScrollView("scroll", fTextView, B_FOLLOW_ALL_SIDES, 0, false, true, B_PLAIN_BORDER);
+    fScrollView->MoveTo(frame.LeftTop());
+    fScrollView->ResizeTo(frame.Width(), frame.Height());
+    AddChild(fScrollView);
+}
+
+void NPArticleView::AttachedToWindow() {
+    BView::AttachedToWindow();
+    for (const char* name : {"reload", "reload from scratch"})
+        static_cast<BControl*>(FindView(name))->SetTarget(this);
+}
+
+void NPArticleView::MessageReceived(BMessage* message) {
+    switch (message->what) {
+    case kMsgReload: _Reload(Reload::kNew); break;
+    case kMsgReloadFromScratch: _Reload(Reload::kFromScratch); break;
+    case kMsgFontChanged: _ChangeFont(message); break;
+    default: BView::MessageReceived(message);
+    }
+}
+
+void NPArticleView::ShowThread(port_id request, const char* url, const char* dat) {
+    WriteBarPosition();
+    fTextView->clearText();
+    fUrlLabel->SetUrl(url, dat);
+    fUrl = url;
+    fDat = dat;
+    fRequest = request;
+    fHasTitle = fHasEnded = false;
+    _ShowTitle("");
+}
+
+const char* NPArticleView::GetTitle() const {
+    return fTitle.c_str();
+}
+const char* NPArticleView::GetText() const {
+    return fTextView->Text();
+}
+int32 NPArticleView::TextLength() const {
+    return fTextView->TextLength();
+}
+
+void NPArticleView::SelectText(int32 start, int32 end) {
+    fTextView->Select(start, end);
+    fTextView->ScrollToSelection();
+}
+
+void NPArticleView::_ShowTitle(const char* title) {
+    fTitle = title;
+    fTitleLabel->SetText(title);
+}
+
+void NPArticleView::addArticleItem(port_id request, const char* title, int32 number,
+                                   const _ArticleOut& article) {
+    if (request != fRequest)
+        return;
+    if (!fHasTitle && *title != '\0') {
+        BString decoded(title);
+        ReplaceHTMLEscapeString(&decoded);
+        _ShowTitle(decoded.String());
+        fHasTitle = true;
+    }
+    if (article.name == nullptr && article.date == nullptr && article.message == nullptr &&
+        article.mail == nullptr)
+        _EndThread(number);
+    else
+        _AddPost(number, article);
+}
+
+void NPArticleView::_AddPost(int32 number, const _ArticleOut& article) {
+    fTextView->addNumItem(number);
+    BString name(article.name);
+    DecodeReferences(&name);
+    fTextView->addNameItem(name.String());
+    BString mail(article.mail);
+    DecodeReferences(&mail);
+    fTextView->addMailItem(article.mail != nullptr ? mail.String() : nullptr);
+    fTextView->addDateItem(article.date != nullptr ? article.date : "");
+    BString message(article.message);
+    replaceBRtag(&message);
+    DecodeReferences(&message);
+    fTextView->addArticleItem(message.String());
+    fTextView->addLineFeed();
+}
+
+void NPArticleView::_EndThread(int32 count) {
+    _ShowTitle((fTitle + " (" + std::to_string(count) + ")").c_str());
+    ReadBarPosition();
+    fHasEnded = true;
+}
+
+void NPArticleView::replaceBRtag(BString* text) {
+    text->ReplaceAll(" <br> ", "\n");
+    text->ReplaceAll("<br>", "\n");
+}
+
+void NPArticleView::_ChangeFont(const BMessage* message) {
+    BString family;
+    BString style;
+    float size = 0;
+    message->FindString("family", &family);
+    message->FindString("style", &style);
+    if (message->FindFloat("size", &size) != B_OK)
+        size = 0;
+    fTextView->SetArticleFont(family.String(), style.String(), size);
+}
+
+void NPArticleView::_Reload(Reload how) {
+    if (fDat.empty())
+        ShowAlert("スレッドが選択されていません！");
+    else
+        ReloadRequest(how == Reload::kFromScratch);
+}
+
+void NPArticleView::ReloadRequest(bool fromScratch) {
+    if (fromScratch) {
+        const NPUrl url(fUrl.c_str());
+        NPCache cache;
+        if (url.Status() == 0 &&
+            cache.SetTo(url.Host(), url.Board(), fDat.c_str(), NPCache::Open::kExisting) == B_OK)
+            cache.RemoveFile();
+    }
+    BMessage select(kMsgThreadSelected);
+    select.AddString("dat", fDat.c_str());
+    select.AddString("url", fUrl.c_str());
+    Window()->PostMessage(&select);
+}
+
+void NPArticleView::ReadBarPosition() {
+    const NPUrl url(fUrl.c_str());
+    NPCache cache;
+    int32 position = 0;
+    if (url.Status() != 0 ||
+        cache.SetTo(url.Host(), url.Board(), fDat.c_str(), NPCache::Open::kExisting) != B_OK)
+        return;
+    if (cache.ReadAttr("bar_pos", B_INT32_TYPE, &position, sizeof(position)) == sizeof(position))
+        fScrollView->ScrollBar(B_VERTICAL)->SetValue(static_cast<float>(position));
+}
+
+// A thread that is still arriving has not been scrolled to where it was left: that stays as it is.
+void NPArticleView::WriteBarPosition() {
+    if (!fHasEnded)
+        return;
+    const NPUrl url(fUrl.c_str());
+    NPCache cache;
+    if (url.Status() != 0 ||
+        cache.SetTo(url.Host(), url.Board(), fDat.c_str(), NPCache::Open::kExisting) != B_OK)
+        return;
+    const int32 position = static_cast<int32>(fScrollView->ScrollBar(B_VERTICAL)->Value());
+    cache.WriteAttr("bar_pos", B_INT32_TYPE, &position, sizeof(position));
+}

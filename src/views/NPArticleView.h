@@ -1,0 +1,71 @@
+#pragma once
+
+#include <Bitmap.h>
+#include <OS.h>
+#include <View.h>
+
+#include <memory>
+#include <string>
+
+class BScrollView;
+class BStringView;
+class NPStringView;
+class NPTextView;
+struct _ArticleOut;
+
+// The article pane: a thread's title, its web address, its buttons and its posts. Takes the posts
+// of the worker that its present selection started, and of no other. Keeps where the reader left a
+// thread with the cached copy. The window's thread, or with the window locked.
+class NPArticleView : public BView {
+public:
+    explicit NPArticleView(BRect frame);
+    ~NPArticleView() override;
+
+    // Turns to another thread: what comes next are the posts that the request brings.
+    void ShowThread(port_id request, const char* url, const char* dat);
+    // One post, numbered from 1; an article without any text ends the thread, with its count of
+    // posts.
+    void addArticleItem(port_id request, const char* title, int32 number,
+                        const _ArticleOut& article);
+
+    NPTextView* TextView() const { return fTextView; }
+    const char* GetTitle() const;
+    const char* GetText() const;
+    int32 TextLength() const;
+    void SelectText(int32 start, int32 end);
+
+    void AttachedToWindow() override;
+    void MessageReceived(BMessage* message) override;
+
+    // " <br> " and "<br>" become line feeds; other tags stay.
+    static void replaceBRtag(class BString* text);
+
+private:
+    enum class Reload { kNew, kFromScratch };
+
+    void _AddButtons();
+    void _AddText(BRect frame);
+    void _AddPost(int32 number, const _ArticleOut& article);
+    void _EndThread(int32 count);
+    void _ShowTitle(const char* title);
+    void _ChangeFont(const BMessage* message);
+    void _Reload(Reload how);
+    void ReloadRequest(bool fromScratch);
+    void ReadBarPosition();
+    void WriteBarPosition();
+
+    BStringView* fTitleLabel = nullptr;
+    NPStringView* fUrlLabel = nullptr;
+    BScrollView* fScrollView = nullptr;
+    NPTextView* fTextView = nullptr;
+    std::unique_ptr<BBitmap> fReloadIcon;
+    std::unique_ptr<BBitmap> fScratchIcon;
+
+    // The thread on show; empty before the first
+    std::string fUrl;
+    std::string fDat;
+    port_id fRequest = -1;
+    bool fHasTitle = false;
+    bool fHasEnded = false; // all its posts have come
+    std::string fTitle;
+};

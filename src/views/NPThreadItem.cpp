@@ -1,0 +1,84 @@
+#include "views/NPThreadItem.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+
+template <typename T>
+int32 Compare(T a, T b) {
+    return a < b ? -1 : a > b ? 1 : 0;
+}
+
+long ValueOf(const CLVListItem& item, int32 column) {
+    const char* text = item.ColumnText(column);
+    return text != nullptr ? strtol(text, nullptr, 10) : 0;
+}
+
+int32 CompareTexts(const CLVListItem& a, const CLVListItem& b, int32 column) {
+    const char* textA = a.ColumnText(column);
+    const char* textB = b.ColumnText(column);
+    return strcmp(textA != nullptr ? textA : "", textB != nullptr ? textB : "");
+}
+
+} // namespace
+
+NPThreadItem::NPThreadItem(const Info& info)
+    : CLVEasyItem(0, false, false), fNumber(info.number), fState(info.state), fCached(info.cached),
+      fMarked(info.markIcon != nullptr), fGotten(info.gotten), fModified(info.modified) {
+    char number[16];
+    snprintf(number, sizeof(number), "%ld", static_cast<long>(info.number));
+    SetColumnContent(kColumnNumber, number, B_ALIGN_RIGHT);
+    SetColumnContent(kColumnState, info.stateIcon);
+    SetColumnContent(kColumnTitle, info.title);
+    SetColumnContent(kColumnRes, info.res, B_ALIGN_RIGHT);
+    SetColumnContent(kColumnDat, info.dat, B_ALIGN_RIGHT);
+    SetColumnContent(kColumnMark, info.markIcon);
+    _ShowCounts();
+}
+
+const char* NPThreadItem::Dat() const {
+    return ColumnText(kColumnDat);
+}
+
+void NPThreadItem::_ShowCounts() {
+    char text[32];
+    snprintf(text, sizeof(text), "%ld", static_cast<long>(fGotten));
+    SetColumnContent(kColumnGotten, fGotten != 0 ? text : nullptr, B_ALIGN_RIGHT);
+    SetColumnContent(kColumnModified, fModified != 0 ? ctime_r(&fModified, text) : nullptr,
+                     B_ALIGN_RIGHT);
+}
+
+void NPThreadItem::SetFetched(int32 gotten, time_t modified, thread_status state,
+                              const BBitmap* stateIcon) {
+    fCached = true;
+    fGotten = gotten;
+    fModified = modified;
+    fState = state;
+    _ShowCounts();
+    SetColumnContent(kColumnState, stateIcon);
+}
+
+void NPThreadItem::SetNotFetched(const BBitmap* stateIcon) {
+    fCached = false;
+    fGotten = 0;
+    fModified = 0;
+    fState = kNotFetched;
+    _ShowCounts();
+    SetColumnContent(kColumnState, stateIcon);
+}
+
+int32 NPThreadItem::CompareItems(const CLVListItem* itemA, const CLVListItem* itemB, int32 column) {
+    const NPThreadItem& a = *static_cast<const NPThreadItem*>(itemA);
+    const NPThreadItem& b = *static_cast<const NPThreadItem*>(itemB);
+    switch (column) {
+    case kColumnNumber:
+    case kColumnRes:
+    case kColumnGotten: return Compare(ValueOf(a, column), ValueOf(b, column));
+    case kColumnState: return Compare(b.fState, a.fState);
+    case kColumnModified: return Compare(a.fModified, b.fModified);
+    case kColumnMark: return a.fMarked == b.fMarked ? 0 : a.fMarked ? -1 : 1;
+    default: return CompareTexts(a, b, column);
+    }
+}

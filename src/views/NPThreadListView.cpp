@@ -1,0 +1,170 @@
+#include "views/NPThreadListView.h"
+
+#include "app/Messages.h"
+#include "app/NPWindow.h"
+#include "cache/NPCache.h"
+#include "cache/PathNames.h"
+#include "net/ThreadAddress.h"
+#include "views/Icons.h"
+#include "views/NPStringView.h"
+#include "widgets/Alerts.h"
+
+#include <MenuItem.h>
+#include <Message.h>
+#include <PopUpMenu.h>
+
+#include <cstring>
+
+NPThreadListView::NPThreadListView(BRect frame)
+    : ClickListView(frame, "thread list", Hierarchy::kFlat),
+      fNotFetchedIcon(MakeIcon(Icon::kThreadNotFetched)) {
+    SetSortFunction(NPThreadItem::CompareItems);
+    const uint32 sorts = CLVColumn::kSortable;
+    const uint32 fixed = CLVColumn::kSortable | CLVColumn::kNotResizable;
+    AddColumn({"No.", 35, 20, sorts, CLVSortMode::kAscending});
+    AddColumn({"S", 20, 20, fixed});
+    AddColumn({"スレッド", 250, 20, sorts});
+    AddColumn({"レス", 45, 20, sorts});
+    AddColumn({"既得", 45, 20, sorts});
+    AddColumn({"更新日時", 150, 20, sorts});
+    AddColumn({".dat", 100, 20, sorts});
+    AddColumn({"B", 20, 20, fixed});
+}
+
+void NPThreadListView::SetUrl(const char* url) {
+    fUrl = url;
+    fParsedUrl.SetTo(url);
+}
+
+void NPThreadListView::ClearAllItems() {
+    if (!LockLooper())
+        return;
+    MakeEmpty();
+    UnlockLooper();
+}
+
+const char* NPThreadListView::UrlOf(const NPThreadItem& item) const {
+    if (fMode == kBoardList)
+        return fUrl.c_str();
+    return fMode == kBookmarkList ? item.Url() : nullptr;
+}
+
+int32 NPThreadListView::GetThreadUrl(char** out, const char* url, const char* dat) {
+    const std::string address = MakeThreadAddress(url, dat);
+    if (address.empty())
+        return -1;
+    *out = strdup(address.c_str());
+    return 0;
+}
+
+void NPThreadListView::AddItemData(BMessage* message, const NPThreadItem& item) const {
+    message->AddString("dat", item.Dat());
+    message->AddInt32("res", item.Gotten());
+    if (UrlOf(item) != nullptr)
+        message->AddString("url", UrlOf(item));
+}
+
+void NPThreadListView::ColumnWidthChanged(int32 column, float width) {
+    ClickListView::ColumnWidthChanged(column, width);
+    Invalidate();
+}
+
+void NPThreadListView::MessageReceived(BMessage* message) {
+    switch (message->what) {
+    case kMsgThreadInBrowser: _OpenInBrowser(message); break;
+    case kMsgDeleteCached: _DeleteCached(message); break;
+    default: ClickListView::MessageReceived(message);
+    }
+}
+
+void NPThreadListView::SendThreadSelectMessage(int32 index) {
+    const NPThreadItem* item = ThreadAt(index);
+    if (item == nullptr)
+        return;
+    const bool online = Browser() == nullptr || Browser()->GetOnlineMode();
+    BMessage select(online ? kMsgThreadSelected : kMsgThreadSelectedCached);
+    AddItemData(&select, *item);
+    Window()->PostMessage(&select);
+}
+
+void NPThreadListView::_OpenInBrowser(const BMessage* message) {
+    BString url;
+    BString dat;
+    if (message->FindString("url", &url) != B_OK || message->FindString("dat", &dat) != B_OK)
+        return;
+    const std::string address = MakeThreadAddress(url.String(), dat.String());
+    if (!address.empty())
+        OpenInBrowser(address.c_str());
+}
+
+// The row of a thread, wherever sorting has put it; null when it no longer stands in the list.
+NPThreadItem* NPThreadListView::_FindThread(const char* dat, const char* url) {
+    for (int32 i = 0; i < FullListCountItems(); i++) {
+        NPThreadItem* item = ThreadAt(i);
+        const char* itemUrl = UrlOf(*item);
+        if (itemUrl != nullptr && strcmp(item->Dat(), dat) == 0 && strcmp(itemUrl, url) == 0)
+            return item;
+    }
+    return nullptr;
+}
+
+void NPThreadListView::_DeleteCached(const BMessage* message) {
+    BString dat;
+    BString url;
+    message->FindString("dat", &dat);
+    message->FindString("url", &url);
+    NPThreadItem* item = _FindThread(dat.String(), url.String());
+    if (item == nullptr)
+        return;
+    const NPUrl parsed(url.String());
+    BDirectory folder;
+    BEntry entry;
+    const bool removed =
+        parsed.Status() == 0 && IsGoodComponent(dat.String()) &&
+        NPCache::FindDatDirectory(parsed.Host(), parsed.Board(), &folder) == B_OK &&
+        folder.FindEntry(dat.String(), &entry) == B_OK && entry.Remove() == B_OK;
+    if (!removed) {
+        ShowAlert("%sの削除に失敗しました。", dat.String());
+        return;
+    }
+    item->SetNotFetched(fNotFetchedIcon.get());
+    InvalidateItem(item);
+}
+
+BMenuItem* NPThreadListView::_Entry(const char* label, uint32 code, int32 index) {
+    BMessage* message = new BMessage(code);
+    AddItemData(message, *ThreadAt(index));
+    if (code == kMsgThreadInWindow || code == kMsgThreadInWindowCached)
+        message->AddBool("no_parent", false);
+    if (code == kMsgDeleteCached) {
+        message->AddInt32("selection", index);
+        message->AddInt32("mode", fMode);
+    }
+    return new BMenuItem(label, message);
+}
+
+void NPThreadListView::OpenPopUpMenu(int32 index, BPoint screen) {
+    const NPThreadItem* item = ThreadAt(index);
+    if (item == nullptr)
+        return;
+    BPopUpMenu* menu = new BPopUpMenu("thread", false, false);
+    BMenu* inWindow = new BMenu("新規ウィンドウ");
+    inWindow->AddItem(_Entry("受信", kMsgThreadInWindow, index));
+    inWindow->AddItem(_Entry("キャッシュ", kMsgThreadInWindowCached, index));
+    menu->AddItem(inWindow);
+    menu->AddSeparatorItem();
+    menu->AddItem(_Entry("受信", kMsgThreadSelected, index));
+    menu->AddItem(_Entry("キャッシュ", kMsgThreadSelectedCached, index));
+    menu->AddSeparatorItem();
+    BMenuItem* browser = _Entry("Webブラウザで開く", kMsgThreadInBrowser, index);
+    menu->AddItem(browser);
+    menu->AddSeparatorItem();
+    BMenuItem* remove = _Entry("キャッシュを消去", kMsgDeleteCached, index);
+    remove->SetEnabled(item->IsCached());
+    menu->AddItem(remove);
+    inWindow->SetTargetForItems(Window());
+    menu->SetTargetForItems(Window());
+    browser->SetTarget(this);
+    remove->SetTarget(this);
+    ShowMenu(menu, screen);
+}

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "views/NPThreadListView.h"
+
+#include <OS.h>
+#include <View.h>
+
+#include <memory>
+
+// The thread pane: holds the thread list and fills it with what the workers bring. Everything needs
+// the window locked.
+class NPThreadView : public BView {
+public:
+    explicit NPThreadView(BRect frame);
+
+    // Number 0 begins a new list of that request, with the board's URL as the title; what another
+    // request adds from then on is dropped.
+    void addThreadItem(port_id request, int32 number, const char* title, const char* count,
+                       const char* dat);
+
+    // Whether a thread of the listed board has a usable cached copy, with the number of its posts
+    // and its time. Creates nothing; removes an empty copy.
+    bool FindDat(const char* dat, int32* gotten, time_t* modified) const;
+    bool IsBookmarked(const char* dat) const;
+
+    void SelectItem(int32 index);
+    // The row after this one, as they stand; null behind the last.
+    NPThreadItem* GetNextItem(int32 index) { return fList->ThreadAt(index + 1); }
+    int32 CountItems() const { return fList->FullListCountItems(); }
+    // Selects the row with this number. Numbers stay whatever the sorting.
+    void SelectNumber(int32 number);
+    int32 MaxNumber();
+    NPThreadItem* GetNextNumber(int32 number);
+
+    void SetMode(int32 mode) { fList->SetMode(mode); }
+    void SetClickMode(click_mode mode) { fList->SetClickMode(mode); }
+    // The widths of the six columns that have a setting: number, title, posts, gotten, modified,
+    // dat.
+    void GetColumnWidth(float* widths) const;
+    void SetColumnWidth(const float* widths);
+    // Eight columns from left to right.
+    void GetColumnOrder(int32* order) const { fList->GetDisplayOrder(order); }
+    void SetColumnOrder(const int32* order) { fList->SetDisplayOrder(order); }
+    NPThreadListView* List() const { return fList; }
+
+    void AttachedToWindow() override;
+    void MessageReceived(BMessage* message) override;
+
+private:
+    void ChangeState(const BMessage* message);
+    void _SortByModification();
+    const BBitmap* _StateIcon(thread_status state) const { return fStateIcons[state].get(); }
+
+    NPThreadListView* fList = nullptr;
+    std::unique_ptr<BBitmap> fStateIcons[4];
+    std::unique_ptr<BBitmap> fBookmarkIcon;
+    port_id fRequest = -1;
+    bool fHasBookmarks = false; // the bookmark folder stood when the list began
+};

@@ -1,0 +1,21 @@
+#include "widgets/Alerts.h"
+
+#include <Alert.h>
+
+#include <cstdarg>
+#include <cstdio>
+#include <string>
+
+void ShowAlert(const char* format, ...) {
+    va_list arguments;
+    va_start(arguments, format);
+    va_list again;
+    va_copy(again, arguments);
+    std::string text(vsnprintf(nullptr, 0, format, arguments), '\0');
+    vsnprintf(text.data(), text.size() + 1, format, again);
+    va_end(again);
+    va_end(arguments);
+    BAlert* alert =
+        new BAlert("", text.c_str(), "OK", nullptr, nullptr, B_WIDTH_AS_USUAL, B_INFO_ALERT);
+    alert->Go();
+}

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "widgets/CLVColumn.h"
+#include "widgets/CLVListItem.h"
+
+#include <SupportDefs.h>
+
+#include <memory>
+#include <vector>
+
+// The rows of a list without any view: their order, which of them are visible, their sorting. Full
+// indexes count all rows, visible ones leave out what lies in collapsed rows. Rows that are added
+// go to the end and are sorted in when the order is next asked for: adding many costs one merge.
+class RowList {
+public:
+    using Comparison = int32 (*)(const CLVListItem*, const CLVListItem*, int32 column);
+
+    explicit RowList(bool hierarchical) : fHierarchical(hierarchical) {}
+
+    // Takes ownership.
+    void Add(CLVListItem* row);
+    void MakeEmpty();
+
+    int32 CountFull() const { return static_cast<int32>(fRows.size()); }
+    CLVListItem* FullAt(int32 index);
+    int32 FullIndexOf(const CLVListItem* row);
+    int32 CountVisible();
+    CLVListItem* VisibleAt(int32 index);
+    int32 VisibleIndexOf(const CLVListItem* row);
+
+    // The nearest row above with a lower level; null for a row of the top level.
+    CLVListItem* Superitem(const CLVListItem* row);
+    // The first visible row that holds a hidden one; the row itself when it is visible.
+    CLVListItem* VisibleAncestor(CLVListItem* row);
+    void SetExpanded(CLVListItem* row, bool expanded);
+
+    // Null compares the columns' texts. Sorting is stable; only a flat list is sorted.
+    void SetComparison(Comparison compare) { fCompare = compare; }
+    void SetSortKey(int32 column, CLVSortMode mode);
+    int32 SortKey() const { return fSortColumn; }
+    CLVSortMode SortMode() const { return fSortMode; }
+    // What rows sort by has changed.
+    void Resort();
+
+private:
+    void _Sort();
+    void _FindVisible();
+    bool _IsLess(const CLVListItem* a, const CLVListItem* b) const;
+
+    const bool fHierarchical;
+    Comparison fCompare = nullptr;
+    int32 fSortColumn = -1;
+    CLVSortMode fSortMode = CLVSortMode::kNone;
+    std::vector<std::unique_ptr<CLVListItem>> fRows;
+    size_t fSorted = 0;                 // so many rows from the start are in order
+    std::vector<CLVListItem*> fVisible; // hierarchical lists only
+    bool fVisibleIsStale = false;
+};

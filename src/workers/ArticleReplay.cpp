@@ -1,0 +1,49 @@
+#include "app/Messages.h"
+#include "widgets/Alerts.h"
+#include "workers/ArticleWorkers.h"
+
+#include <cstdio>
+
+namespace {
+constexpr size_t kLongestLine = 8191;
+}
+
+ArticleReplay::ArticleReplay(const ThreadJob& job) : ArticleReader(job) {}
+
+int32 ArticleReplay::Run() {
+    if (fUrl.Status() != 0) {
+        BMessage complete(kMsgThreadComplete);
+        Complete(&complete);
+        return -1;
+    }
+    NPCache cache(fUrl.Host(), fUrl.Board(), fJob.dat.c_str(), NPCache::Open::kExisting);
+    if (cache.Status() != 0 || cache.GetSize() == 0) {
+        ShowAlert("読み込み失敗：%s/%s/%s", fUrl.Host(), fUrl.Board(), fJob.dat.c_str());
+        Fail(kMsgThreadComplete);
+        return -1;
+    }
+    if (MustStop() || _Replay(&cache) == Progress::kStopped)
+        return 0;
+    EndArticles();
+    BMessage complete(kMsgThreadComplete);
+    Complete(&complete);
+    ClearProgress();
+    return 0;
+}
+
+Progress ArticleReplay::_Replay(NPCache* cache) {
+    ShowProgress("%s/%s/%sを読み込み中", fUrl.Host(), fUrl.Board(), fJob.dat.c_str());
+    fprintf(stderr, "reading: %s/%s/%s\n", fUrl.Host(), fUrl.Board(), fJob.dat.c_str());
+    // A thread that was read from the server's pages is kept in UTF-8.
+    const Encoding encoding =
+        fJob.dat.find("cgi") != fJob.dat.npos ? Encoding::kUtf8 : Encoding::kCp932;
+    char line[kLongestLine + 1];
+    for (;;) {
+        const int32 length = cache->ReadLine(line, kLongestLine);
+        if (MustStop())
+            return Progress::kStopped;
+        if (length <= 0)
+            return Progress::kGoOn;
+        ShowLine(line, length, encoding);
+    }
+}

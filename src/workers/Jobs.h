@@ -1,0 +1,44 @@
+#pragma once
+
+#include "workers/WindowLink.h"
+#include "workers/WorkerControl.h"
+
+#include <SupportDefs.h>
+
+#include <memory>
+#include <string>
+
+// What a window hands to a worker. The worker owns it and frees it as its thread exits.
+
+// The longest names that fit the servers' and the files' formats, in bytes. A name that identifies
+// something is refused when it is longer: a cut one would name something else.
+constexpr size_t kLongestUrl = 127;
+constexpr size_t kLongestDat = 15;
+constexpr size_t kLongestBoardName = 63; // shown only, so it is cut
+constexpr size_t kLongestProxyHost = 63;
+constexpr size_t kLongestProxyPort = 7;
+
+struct ProxySetting {
+    bool use = false;
+    std::string host;
+    std::string port;
+};
+
+struct SubjectJob {
+    std::string url;
+    std::string board; // the board's name
+    ProxySetting proxy;
+    std::shared_ptr<WindowLink> window;
+    std::shared_ptr<WorkerControl> control;
+};
+
+struct ThreadJob {
+    std::string url;
+    std::string dat;
+    ProxySetting proxy;
+    int32 res = 0;
+    bool cacheEnabled = false;
+    bool bookmark = false; // update the cache and the counts, show nothing
+    std::shared_ptr<WindowLink> window;
+    std::shared_ptr<WorkerControl> control;
+};

@@ -1,0 +1,74 @@
+#include "app/Messages.h"
+#include "app/NPWindow.h"
+#include "cache/NPCache.h"
+#include "widgets/Alerts.h"
+#include "workers/SubjectWorkers.h"
+
+#include <Directory.h>
+#include <Entry.h>
+#include <Node.h>
+
+#include <cstdio>
+#include <cstring>
+
+namespace {
+
+constexpr size_t kLongestTitle = 4095;
+
+// An attribute as text, cut to the longest title; empty without one.
+std::string ReadTitle(const BNode& node) {
+    std::string title(kLongestTitle, '\0');
+    const ssize_t size = node.ReadAttr("title", B_STRING_TYPE, 0, title.data(), title.size());
+    title.resize(size > 0 ? size : 0);
+    title.resize(strlen(title.c_str()));
+    return title;
+}
+
+} // namespace
+
+SubjectCacheListing::SubjectCacheListing(const SubjectJob& job)
+    : Worker(job.window, job.control), fJob(job), fUrl(job.url.c_str()) {}
+
+int32 SubjectCacheListing::Run() {
+    if (fUrl.Status() != 0) {
+        Fail(kMsgBoardComplete);
+        return -1;
+    }
+    BDirectory folder;
+    const status_t status = NPCache::FindDatDirectory(fUrl.Host(), fUrl.Board(), &folder);
+    if (status != B_OK && status != B_ENTRY_NOT_FOUND) {
+        ShowAlert("読み込み失敗：%s/%s", fUrl.Host(), fUrl.Board());
+        Fail(kMsgBoardComplete);
+        return -1;
+    }
+    NPWindow::addThreadItem(&Window(), Request(), 0, fJob.url.c_str(), nullptr, nullptr);
+    ShowProgress("%s/%sを読み込み中", fUrl.Host(), fUrl.Board());
+    fprintf(stderr, "reading: %s/%s\n", fUrl.Host(), fUrl.Board());
+    BEntry entry;
+    while (status == B_OK && folder.GetNextEntry(&entry) == B_OK) {
+        if (MustStop())
+            return 0;
+        _AddFile(entry);
+    }
+    SetTitle("%s (%ld)", fJob.board.c_str(), static_cast<long>(fCount));
+    BMessage complete(kMsgBoardComplete);
+    complete.AddString("board", fJob.board.c_str());
+    complete.AddString("url", fJob.url.c_str());
+    complete.AddBool("sort_modification", true);
+    Complete(&complete);
+    ClearProgress();
+    return 0;
+}
+
+void SubjectCacheListing::_AddFile(const BEntry& entry) {
+    char name[B_FILE_NAME_LENGTH];
+    const BNode node(&entry);
+    if (node.InitCheck() != B_OK || !node.IsFile() || entry.GetName(name) != B_OK)
+        return;
+    int32 count = 0;
+    node.ReadAttr("res_num", B_INT32_TYPE, 0, &count, sizeof(count));
+    char countText[16];
+    snprintf(countText, sizeof(countText), "%ld", static_cast<long>(count));
+    NPWindow::addThreadItem(&Window(), Request(), ++fCount, ReadTitle(node).c_str(), countText,
+                            name);
+}

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "workers/Jobs.h"
+
+#include <Message.h>
+#include <SupportDefs.h>
+
+class NPHttp;
+
+// How far a worker got.
+enum class Progress { kGoOn, kStopped, kFailed };
+
+// What the bodies of all workers share: they report to the window through its link, look whether
+// they must stop, and say when they are done. Lives on the worker's stack.
+class Worker {
+public:
+    Worker(std::shared_ptr<WindowLink> window, std::shared_ptr<WorkerControl> control);
+    virtual ~Worker() = default;
+    Worker(const Worker&) = delete;
+    Worker& operator=(const Worker&) = delete;
+
+protected:
+    bool MustStop() { return fControl->MustStop(); }
+    // The request id under which this worker adds items.
+    port_id Request() const { return fControl->Port(); }
+    WindowLink& Window() { return *fWindow; }
+
+    // The window's status line. `format` is printf's.
+    void ShowProgress(const char* format, ...) __attribute__((format(printf, 2, 3)));
+    void ClearProgress() { ShowProgress("%s", ""); }
+    void SetTitle(const char* format, ...) __attribute__((format(printf, 2, 3)));
+    // Posts the completion message, naming this worker by its port.
+    void Complete(BMessage* message);
+    // The ending of every failure: an empty status line and a completion without fields.
+    Progress Fail(uint32 completion);
+
+    // Shared by the downloads: connects, with the alert that tells the user why it failed.
+    Progress Connect(NPHttp* http, uint32 completion);
+    // Sends and reads the head.
+    Progress Exchange(NPHttp* http, uint32 completion);
+
+private:
+    std::shared_ptr<WindowLink> fWindow;
+    std::shared_ptr<WorkerControl> fControl;
+};
+
+// Frees a worker's job as its thread exits, and says so on standard error.
+template <typename Job>
+struct JobExit {
+    Job* job;
+    const char* name;
+};

@@ -1,0 +1,59 @@
+#include "workers/WorkerControl.h"
+
+#include "app/Messages.h"
+
+#include <Application.h>
+#include <Errors.h>
+#include <Message.h>
+
+namespace {
+// A read this short only looks: workers look after every line.
+constexpr bigtime_t kLook = 10; // microseconds
+} // namespace
+
+WorkerControl::WorkerControl(const char* portName) : fPort(create_port(1, portName)) {}
+
+WorkerControl::~WorkerControl() {
+    DeletePort();
+    ReleaseCursor();
+}
+
+void WorkerControl::Stop() {
+    const char stop = 1;
+    write_port_etc(fPort, kStopWorker, &stop, sizeof(stop), B_RELATIVE_TIMEOUT, 0);
+}
+
+bool WorkerControl::MustStop() {
+    int32 code = 0;
+    char body = 0;
+    const ssize_t size =
+        read_port_etc(fPort, &code, &body, sizeof(body), B_RELATIVE_TIMEOUT, kLook);
+    // A port that was deleted under the worker means that the program is going.
+    const bool stop = size == B_BAD_PORT_ID || (size > 0 && code == kStopWorker && body != 0);
+    if (stop) {
+        DeletePort();
+        ReleaseCursor();
+    }
+    return stop;
+}
+
+void WorkerControl::DeletePort() {
+    close_port(fPort);
+    delete_port(fPort);
+}
+
+void WorkerControl::TakeCursor() {
+    if (!fHasCursor.exchange(true))
+        PostCursorMessage(true);
+}
+
+void WorkerControl::ReleaseCursor() {
+    if (fHasCursor.exchange(false))
+        PostCursorMessage(false);
+}
+
+void PostCursorMessage(bool busy) {
+    BMessage message(kMsgBusyCursor);
+    message.AddBool("cursor", busy);
+    be_app_messenger.SendMessage(&message);
+}

@@ -1,0 +1,57 @@
+#include "app/DefaultSettings.h"
+
+#include "settings/SettingsFile.h"
+#include "support/ScratchFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+constexpr const char* kKeys[] = {
+    "window_frame",   "bar_position", "font_family",   "font_style",      "font_size",
+    "proxy",          "proxy_host",   "proxy_port",    "enable_cache",    "column_no",
+    "column_thread",  "column_res",   "column_gotten", "column_modified", "column_dat",
+    "writing_window", "sp_align",     "mbar_position", "msp_align",       "board_barpos",
+    "online_mode",    "click_mode",   "key_binding",   "column_order0",   "column_order14",
+};
+
+bool Has(const BMessage& settings, const char* key) {
+    type_code type;
+    return settings.GetInfo(key, &type) == B_OK;
+}
+
+} // namespace
+
+TEST(DefaultSettings, AnEmptyFileGetsThemAll) {
+    BMessage settings;
+    AddPrefsIfNotExists(&settings);
+    for (const char* key : kKeys)
+        EXPECT_TRUE(Has(settings, key)) << key;
+    BRect frame;
+    int8 mode = 0;
+    int32 order = -1;
+    EXPECT_EQ(settings.FindRect("window_frame", &frame), B_OK);
+    EXPECT_EQ(frame, BRect(50, 50, 600, 550));
+    EXPECT_EQ(settings.FindInt8("click_mode", &mode), B_OK);
+    EXPECT_EQ(mode, 2);
+    EXPECT_EQ(settings.FindInt32("column_order5", &order), B_OK);
+    EXPECT_EQ(order, 7);
+    EXPECT_EQ(settings.FindInt32("column_order14", &order), B_OK);
+    EXPECT_EQ(order, 0);
+}
+
+TEST(DefaultSettings, TheRestOfAGroupFollowsItsFirstKey) {
+    BMessage settings;
+    settings.AddBool("proxy", true);
+    settings.AddFloat("column_no", 99);
+    settings.AddInt32("column_order0", 3);
+    AddPrefsIfNotExists(&settings);
+    for (const char* key : {"proxy_host", "proxy_port", "enable_cache", "column_thread",
+                            "column_dat", "column_order1"})
+        EXPECT_FALSE(Has(settings, key)) << key;
+    bool proxy = false;
+    EXPECT_EQ(settings.FindBool("proxy", &proxy), B_OK);
+    EXPECT_TRUE(proxy);
+}

@@ -1,0 +1,259 @@
+#include "support/AlertWatch.h"
+#include "support/Browser.h"
+#include "support/RawServer.h"
+#include "support/ScratchFolder.h"
+
+#include "cache/NPCache.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr const char* kDate = "Wed, 23 Jan 2002 12:34:56 GMT";
+constexpr const char* kLater = "Thu, 24 Jan 2002 12:34:56 GMT";
+constexpr const char* kEpoch = "Thu, 01 Jan 1970 00:00:00 GMT";
+constexpr const char* kFile = "2ch/2chCache/board.example/news/1.dat";
+
+std::string Post(int number) {
+    const std::string text = std::to_string(number);
+    return "n" + text + "<>sage<>d" + text + "<> body" + text + " <>" +
+           (number == 1 ? "title" : "") + "\n";
+}
+
+std::string Posts(int first, int last) {
+    std::string posts;
+    for (int i = first; i <= last; i++)
+        posts += Post(i);
+    return posts;
+}
+
+std::string Shown(int first, int last) {
+    std::string text;
+    for (int i = first; i <= last; i++) {
+        const std::string number = std::to_string(i);
+        text += number + " 名前：n" + number + " E-mail：sage 投稿日：d" + number + "\nbody" +
+                number + " \n\n";
+    }
+    return text;
+}
+
+std::string Answer(const std::string& body, const char* status = "200 OK",
+                   const char* date = kDate) {
+    return "HTTP/1.1 " + std::string(status) +
+           "\r\nContent-Length: " + std::to_string(body.size()) + "\r\nLast-Modified: " + date +
+           "\r\n\r\n" + body;
+}
+
+bool Has(const std::string& text, const std::string& part) {
+    return text.find(part) != text.npos;
+}
+
+class ArticleWorker : public testing::Test {
+protected:
+    static void Cache(const std::string& content, int32 count) {
+        NPCache cache("board.example", "news", "1.dat", NPCache::Open::kCreate);
+        cache.WriteLine(content.data(), content.size());
+        cache.WriteAttr("res_num", B_INT32_TYPE, &count, sizeof(count));
+        cache.SetModificationTime(kDate);
+    }
+    static void MarkUnfinished() {
+        NPCache("board.example", "news", "1.dat", NPCache::Open::kExisting).MarkUnfinished();
+    }
+    static std::string Time() {
+        return NPCache("board.example", "news", "1.dat", NPCache::Open::kExisting)
+            .GetModificationTime();
+    }
+    static int32 Count() {
+        int32 count = -1;
+        NPCache cache("board.example", "news", "1.dat", NPCache::Open::kExisting);
+        cache.ReadAttr("res_num", B_INT32_TYPE, &count, sizeof(count));
+        return count;
+    }
+
+    ScratchFolder fFolder;
+};
+
+} // namespace
+
+TEST_F(ArticleWorker, AThreadIsShownAndCachedAsServed) {
+    RawServer server({RawServer::Reply(Answer(Posts(1, 3)))});
+    Browser browser(server.Port());
+    browser.SelectThread("1.dat");
+    EXPECT_TRUE(browser.WaitForThread("title (3)"));
+    EXPECT_EQ(browser.Text(), Shown(1, 3));
+    EXPECT_EQ(fFolder.Read(kFile), Posts(1, 3));
+    EXPECT_EQ(Time(), kDate);
+    EXPECT_EQ(Count(), 3);
+    const std::string request = server.WaitForRequest();
+    EXPECT_EQ(request.find("GET http://board.example/news/dat/1.dat HTTP/1.1\r\n"), 0u);
+    EXPECT_FALSE(Has(request, "Range"));
+    EXPECT_FALSE(Has(request, "If-Modified-Since"));
+}
+
+TEST_F(ArticleWorker, AReloadAsksForTheBytesBehindTheCachedOnes) {
+    Cache(Posts(1, 2), 2);
+    RawServer server({RawServer::Reply(Answer(Posts(3, 4), "206 Partial Content", kLater))});
+    Browser browser(server.Port());
+    browser.SelectThread("1.dat");
+    EXPECT_TRUE(browser.WaitForThread("title (4)"));
+    EXPECT_EQ(browser.Text(), Shown(1, 4));
+    EXPECT_EQ(fFolder.Read(kFile), Posts(1, 4));
+    EXPECT_EQ(Time(), kLater);
+    EXPECT_EQ(Count(), 4);
+    EXPECT_TRUE(Has(server.WaitForRequest(),
+                    std::string("If-Modified-Since: ") + kDate +
+                        "\r\nRange: bytes=" + std::to_string(Posts(1, 2).size()) + "-\r\n"));
+}
+
+TEST_F(ArticleWorker, AnUnchangedThreadIsShownFromTheCacheAlone) {
+    Cache(Posts(1, 2), 99);
+    RawServer server({RawServer::Reply("HTTP/1.1 304 Not Modified\r\n\r\n")});
+    Browser browser(server.Port());
+    browser.SelectThread("1.dat");
+    EXPECT_TRUE(browser.WaitForThread("title (2)"));
+    EXPECT_EQ(browser.Text(), Shown(1, 2));
+    EXPECT_EQ(Time(), kDate);
+    EXPECT_EQ(Count(), 99); // nothing of the file is touched
+}
+
+TEST_F(ArticleWorker, ACutConnectionLeavesTheCacheAtAWholeLine) {
+    const std::string whole = Answer(Posts(1, 3));
+    RawServer server({RawServer::CutAfter(whole.size() - 5, whole),
+                      RawServer::Reply(Answer(Post(3), "206 Partial Content"))});
+    Browser browser(server.Port());
+    browser.SelectThread("1.dat");
+    EXPECT_TRUE(browser.WaitForThread("title (2)"));
+    EXPECT_EQ(fFolder.Read(kFile), Posts(1, 2));
+    EXPECT_EQ(Time(), kEpoch);
+    EXPECT_EQ(Count(), 2);
+    browser.SelectThread("1.dat");
+    EXPECT_TRUE(browser.WaitForThread("title (3)"));
+    EXPECT_EQ(fFolder.Read(kFile), Posts(1, 3));
+    EXPECT_EQ(Time(), kDate);
+    const std::string request = server.WaitForRequest(1);
+    EXPECT_TRUE(Has(request, std::string("If-Modified-Since: ") + kEpoch));
+    EXPECT_TRUE(Has(request, "Range: bytes=" + std::to_string(Posts(1, 2).size()) + "-\r\n"));
+}
+
+TEST_F(ArticleWorker, ACacheThatACrashCutIsMendedFirst) {
+    Cache(Posts(1, 2) + "half a li", 2);
+    MarkUnfinished();
+    RawServer server({RawServer::Reply(Answer(Post(3), "206 Partial Content"))});
+    Browser browser(server.Port());
+    browser.SelectThread("1.dat");
+    EXPECT_TRUE(browser.WaitForThread("title (3)"));
+    EXPECT_EQ(fFolder.Read(kFile), Posts(1, 3));
+}
+
+TEST_F(ArticleWorker, ACopyThatWasCutAtItsEndIsFoundWhole) {
+    Cache(Posts(1, 2), 2);
+    MarkUnfinished();
+    RawServer server(
+        {RawServer::Reply("HTTP/1.1 416 Range Not Satisfiable\r\nContent-Range: bytes */" +
+                          std::to_string(Posts(1, 2).size()) + "\r\n\r\n")});
+    Browser browser(server.Port());
+    browser.SelectThread("1.dat");
+    EXPECT_TRUE(browser.WaitForThread("title (2)"));
+    EXPECT_EQ(Time(), kDate);
+}
+
+TEST_F(ArticleWorker, AnOverlongLineEndsTheDownloadUnfinished) {
+    RawServer server({RawServer::Reply(Answer(Post(1) + std::string(9000, 'x') + "\n" + Post(3)))});
+    Browser browser(server.Port());
+    browser.SelectThread("1.dat");
+    EXPECT_TRUE(browser.WaitForThread("title (1)"));
+    EXPECT_EQ(fFolder.Read(kFile), Post(1));
+    EXPECT_EQ(Time(), kEpoch);
+}
+
+TEST_F(ArticleWorker, ALineThatDoesNotParseTakesItsNumber) {
+    RawServer server({RawServer::Reply(Answer(Post(1) + "garbage\n" + Post(3)))});
+    Browser browser(server.Port());
+    browser.SelectThread("1.dat");
+    EXPECT_TRUE(browser.WaitForThread("title (3)"));
+    EXPECT_EQ(browser.Text(), Shown(1, 1) + Shown(3, 3));
+    EXPECT_EQ(fFolder.Read(kFile), Post(1) + "garbage\n" + Post(3));
+}
+
+TEST_F(ArticleWorker, OtherAnswersAreShownAsAlerts) {
+    Cache(Posts(1, 2), 2);
+    RawServer server({RawServer::Reply(Answer("", "302 Found")),
+                      RawServer::Reply(Answer("", "416 Range Not Satisfiable")),
+                      RawServer::Reply("HTTP/1.1 404 Not Found\r\n\r\n")});
+    Browser browser(server.Port());
+    for (const char* text : {"302 Found\r", "416 Range Not Satisfiable\r", "404 Not Found\r"}) {
+        browser.SelectThread("1.dat");
+        EXPECT_EQ(WaitForAlert(), text);
+        DismissAlert();
+        EXPECT_TRUE(browser.WaitForStatus(""));
+    }
+    EXPECT_EQ(fFolder.Read(kFile), Posts(1, 2));
+}
+
+TEST_F(ArticleWorker, AStoppedDownloadKeepsWhatCameAndShowsNothingMore) {
+    RawServer server({RawServer::Stall("HTTP/1.1 200 OK\r\n\r\n" + Posts(1, 2)),
+                      RawServer::Reply(Answer(Post(1)))});
+    Browser browser(server.Port());
+    browser.SelectThread("1.dat");
+    EXPECT_TRUE(browser.WaitUntil([&] { return Shown(1, 2) == browser.Article()->GetText(); }));
+    browser.SelectThread("2.dat");
+    EXPECT_TRUE(browser.WaitForThread("title (1)"));
+    EXPECT_EQ(browser.Text(), Shown(1, 1));
+    EXPECT_EQ(fFolder.Read(kFile), Posts(1, 2));
+    EXPECT_EQ(Time(), kEpoch);
+}
+
+TEST_F(ArticleWorker, TwoWindowsOnOneThreadDoNotMixTheirLines) {
+    RawServer server({RawServer::Stall("HTTP/1.1 200 OK\r\n\r\n" + Posts(1, 2)),
+                      RawServer::Reply(Answer(Posts(1, 3)))});
+    Browser first(server.Port());
+    Browser second(server.Port());
+    first.SelectThread("1.dat");
+    EXPECT_TRUE(first.WaitUntil([&] { return Shown(1, 2) == first.Article()->GetText(); }));
+    second.SelectThread("1.dat");
+    server.WaitForRequest(1);
+    EXPECT_TRUE(second.WaitForStatus(""));
+    EXPECT_EQ(fFolder.Read(kFile), Posts(1, 2));
+}
+
+TEST_F(ArticleWorker, OfflineAThreadIsShownFromTheCache) {
+    Cache(Posts(1, 2), 2);
+    Browser browser(freePort());
+    browser.SelectThread("1.dat", kMsgThreadSelectedCached);
+    EXPECT_TRUE(browser.WaitForThread("title (2)"));
+    EXPECT_EQ(browser.Text(), Shown(1, 2));
+}
+
+TEST_F(ArticleWorker, OfflineAThreadThatWasNeverReadIsAnAlert) {
+    Browser browser(freePort());
+    browser.SelectThread("1.dat", kMsgThreadSelectedCached);
+    EXPECT_EQ(WaitForAlert(), "読み込み失敗：board.example/news/1.dat");
+    DismissAlert();
+    EXPECT_TRUE(browser.WaitForStatus(""));
+    EXPECT_FALSE(fFolder.Has("2ch"));
+}
+
+TEST_F(ArticleWorker, NamesThatLeadElsewhereAreRefused) {
+    RawServer server({RawServer::Reply(Answer(Post(1)))});
+    Browser browser(server.Port());
+    browser.SelectThread("../../x.dat");
+    browser.SelectThread("1234567890123456.dat");
+    browser.WaitForStatus("");
+    browser.SelectThread("2.dat");
+    EXPECT_TRUE(browser.WaitForThread("title (1)"));
+    EXPECT_FALSE(fFolder.Has("2ch/x.dat"));
+    EXPECT_FALSE(fFolder.Has("2ch/2chCache/x.dat"));
+}
+
+TEST_F(ArticleWorker, ReadingARowsThreadUpdatesTheRow) {
+    RawServer server({RawServer::Reply("HTTP/1.1 200 OK\r\n\r\n1.dat<>title (3)\n"),
+                      RawServer::Reply(Answer(Posts(1, 3)))});
+    Browser browser(server.Port());
+    browser.SelectBoard();
+    EXPECT_TRUE(browser.WaitForTitle("ニュース (1)"));
+    browser.SelectThread("1.dat");
+    EXPECT_TRUE(browser.WaitForThread("title (3)"));
+    EXPECT_TRUE(browser.WaitUntil(
+        [&] { return browser.Threads()->List()->ThreadAt(0)->State() == kRead; }));
+    EXPECT_EQ(browser.Column(kColumnGotten), std::vector<std::string>{"3"});
+}

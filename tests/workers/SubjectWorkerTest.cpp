@@ -1,0 +1,157 @@
+#include "support/AlertWatch.h"
+#include "support/Browser.h"
+#include "support/RawServer.h"
+#include "support/ScratchFolder.h"
+
+#include "cache/NPCache.h"
+#include "net/NPHttp.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr const char* kDate = "Wed, 23 Jan 2002 12:34:56 GMT";
+constexpr const char* kLater = "Thu, 24 Jan 2002 12:34:56 GMT";
+
+std::string Answer(const std::string& body, const std::string& status = "200 OK") {
+    return "HTTP/1.1 " + status + "\r\nContent-Type: text/plain\r\n\r\n" + body;
+}
+
+void MakeCached(const char* dat, const std::string& content, int32 count, const char* date) {
+    NPCache cache("board.example", "news", dat, NPCache::Open::kCreate);
+    cache.WriteLine(content.data(), content.size());
+    cache.WriteAttr("res_num", B_INT32_TYPE, &count, sizeof(count));
+    cache.WriteAttr("title", B_STRING_TYPE, "T", 1);
+    cache.SetModificationTime(date);
+}
+
+using Texts = std::vector<std::string>;
+
+} // namespace
+
+TEST(SubjectWorker, ABoardIsListedWithItsCountInTheTitle) {
+    ScratchFolder folder;
+    RawServer server({RawServer::Reply(Answer("1.dat<>a &amp; b (5)\nno thread\n2.dat<>c (3)\n"))});
+    Browser browser(server.Port());
+    browser.SelectBoard();
+    EXPECT_TRUE(browser.WaitForTitle("ニュース (3)"));
+    EXPECT_EQ(browser.Column(kColumnNumber), (Texts{"1", "3"})); // a bad line uses up its number
+    EXPECT_EQ(browser.Column(kColumnTitle), (Texts{"a & b ", "c "}));
+    EXPECT_EQ(browser.Column(kColumnRes), (Texts{"5", "3"}));
+    EXPECT_EQ(browser.Column(kColumnDat), (Texts{"1.dat", "2.dat"}));
+    EXPECT_EQ(server.WaitForRequest(),
+              "GET http://board.example/news/subject.txt HTTP/1.1\r\nHost: board.example\r\n"
+              "User-Agent: " +
+                  std::string(get_user_agent()) + "\r\nConnection: close\r\n\r\n");
+    EXPECT_TRUE(browser.WaitForStatus(""));
+}
+
+TEST(SubjectWorker, CachedThreadsShowTheirState) {
+    ScratchFolder folder;
+    MakeCached("1.dat", "x\n", 5, kDate);
+    MakeCached("2.dat", "x\n", 2, kDate);
+    MakeCached("4.dat", "", 9, kDate);
+    RawServer server(
+        {RawServer::Reply(Answer("1.dat<>a (5)\n2.dat<>b (3)\n3.dat<>c (1)\n4.dat<>d (9)\n"))});
+    Browser browser(server.Port());
+    browser.SelectBoard();
+    EXPECT_TRUE(browser.WaitForTitle("ニュース (4)"));
+    EXPECT_EQ(browser.Column(kColumnGotten), (Texts{"5", "2", "", ""}));
+    const auto state = [&](int32 i) { return browser.Threads()->List()->ThreadAt(i)->State(); };
+    browser.WaitUntil([&] {
+        EXPECT_EQ(state(0), kCached);
+        EXPECT_EQ(state(1), kNewPosts);
+        EXPECT_EQ(state(2), kNotFetched);
+        EXPECT_EQ(state(3), kNotFetched);
+        return true;
+    });
+    EXPECT_FALSE(folder.Has("2ch/2chCache/board.example/news/3.dat"));
+    EXPECT_FALSE(folder.Has("2ch/2chCache/board.example/news/4.dat")); // empty: no copy at all
+}
+
+TEST(SubjectWorker, NamesThatLeadElsewhereAreListedButOpenNothing) {
+    ScratchFolder folder;
+    RawServer server({RawServer::Reply(
+        Answer("../../x.dat<>a (5)\na/b.dat<>b (3)\n" + std::string(300, '1') + ".dat<>c (1)\n"))});
+    Browser browser(server.Port());
+    browser.SelectBoard();
+    EXPECT_TRUE(browser.WaitForTitle("ニュース (3)"));
+    EXPECT_EQ(browser.Column(kColumnDat), (Texts{"../../x.dat", "a/b.dat"}));
+    EXPECT_FALSE(folder.Has("2ch"));
+}
+
+TEST(SubjectWorker, AHundredThousandLinesAreListed) {
+    ScratchFolder folder;
+    std::string list;
+    for (int i = 0; i < 100000; i++)
+        list += std::to_string(1000000000 + i) + ".dat<>t (1)\n";
+    RawServer server({RawServer::Reply(Answer(list))});
+    Browser browser(server.Port());
+    browser.SelectBoard();
+    for (int i = 0; i < 20 && !browser.WaitForTitle("ニュース (100000)"); i++) {
+    }
+    EXPECT_EQ(browser.Column(kColumnDat).size(), 100000u);
+}
+
+TEST(SubjectWorker, WhatIsNoListIsShownAsAnAlert) {
+    ScratchFolder folder;
+    RawServer server({RawServer::Reply(Answer("gone", "404 Not Found"))});
+    Browser browser(server.Port());
+    browser.SelectBoard();
+    EXPECT_EQ(WaitForAlert(), "404 Not Found\r");
+    DismissAlert();
+    EXPECT_TRUE(browser.WaitForStatus(""));
+    EXPECT_TRUE(browser.WaitForTitle("Itamori"));
+}
+
+TEST(SubjectWorker, ARefusedConnectionIsShownAsAnAlert) {
+    ScratchFolder folder;
+    Browser browser(freePort());
+    browser.SelectBoard();
+    EXPECT_EQ(WaitForAlert().find("接続エラー: "), 0u);
+    DismissAlert();
+    EXPECT_TRUE(browser.WaitForStatus(""));
+}
+
+TEST(SubjectWorker, OfTwoBoardsOnlyTheLastIsListed) {
+    ScratchFolder folder;
+    RawServer server({RawServer::Stall(Answer("1.dat<>old (1)\n")),
+                      RawServer::Reply(Answer("2.dat<>new (2)\n"))});
+    Browser browser(server.Port());
+    browser.SelectBoard();
+    EXPECT_TRUE(browser.WaitForStatus("board.exampleから受信中"));
+    browser.SelectBoard("http://board.example/other/");
+    EXPECT_TRUE(browser.WaitForTitle("ニュース (1)"));
+    EXPECT_EQ(browser.Column(kColumnTitle), Texts{"new "});
+}
+
+TEST(SubjectWorker, OfflineABoardIsListedFromItsFolderNewestFirst) {
+    ScratchFolder folder;
+    MakeCached("1.dat", "x\n", 5, kDate);
+    MakeCached("2.dat", "x\n", 2, kLater);
+    Browser browser(freePort());
+    browser.SelectBoard(Browser::kBoard, kMsgBoardSelectedCached);
+    EXPECT_TRUE(browser.WaitForTitle("ニュース (2)"));
+    EXPECT_TRUE(
+        browser.WaitUntil([&] { return browser.Threads()->List()->SortKey() == kColumnModified; }));
+    EXPECT_EQ(browser.Column(kColumnDat), (Texts{"2.dat", "1.dat"}));
+    EXPECT_EQ(browser.Column(kColumnGotten), (Texts{"2", "5"}));
+}
+
+TEST(SubjectWorker, OfflineABoardThatWasNeverReadIsEmpty) {
+    ScratchFolder folder;
+    Browser browser(freePort());
+    browser.SelectBoard(Browser::kBoard, kMsgBoardSelectedCached);
+    EXPECT_TRUE(browser.WaitForTitle("ニュース (0)"));
+    EXPECT_FALSE(folder.Has("2ch"));
+}
+
+TEST(SubjectWorker, AWindowClosesWhileItsBoardLoads) {
+    ScratchFolder folder;
+    RawServer server({RawServer::Stall(Answer("1.dat<>old (1)\n"))});
+    Browser browser(server.Port());
+    browser.SelectBoard();
+    EXPECT_TRUE(browser.WaitForStatus("board.exampleから受信中"));
+    browser.Close();
+    EXPECT_FALSE(browser.Messenger().IsValid());
+}
