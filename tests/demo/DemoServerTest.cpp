@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr bigtime_t kTimeout = 10 * 1000000;
+constexpr bigtime_t kTimeout = 60 * 1000000;
 
 struct Reply {
     int status = 0;

@@ -15,7 +15,7 @@ namespace testprograms {
 
 namespace {
 
-const bigtime_t kPatience = 10000000;
+const bigtime_t kPatience = 60000000;
 const bigtime_t kPause = 5000;
 
 std::string ScratchFolder() {

@@ -18,7 +18,7 @@ public:
     void Signal(int number) const;
     void Tell(const std::string& line) const; // to its standard input
     void Kill() const;
-    // The exit status, or 128 and the signal; after ten seconds it is killed.
+    // The exit status, or 128 and the signal; after a minute it is killed.
     int Wait();
     std::string Output() const;
     bool WaitForOutput(const std::string& text) const;

@@ -78,7 +78,7 @@ std::vector<std::string> RawServer::Requests() const {
 std::string RawServer::WaitForRequest(size_t index) const {
     std::unique_lock guard(fMutex);
     auto isThere = [&] { return fRequests.size() > index; };
-    return fChanged.wait_for(guard, std::chrono::seconds(10), isThere) ? fRequests[index] : "";
+    return fChanged.wait_for(guard, std::chrono::seconds(60), isThere) ? fRequests[index] : "";
 }
 
 void RawServer::_Serve() {

@@ -55,7 +55,7 @@ public:
     // The requests that have come whole, byte for byte.
     std::vector<std::string> Requests() const;
     size_t CountConnections() const { return fConnections; }
-    // The request number `index`, waited for; "" when none comes within ten seconds.
+    // The request number `index`, waited for; "" when none comes within a minute.
     std::string WaitForRequest(size_t index = 0) const;
 
 private:

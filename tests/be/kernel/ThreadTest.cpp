@@ -103,7 +103,7 @@ TEST(Thread, JoiningGivesUpAtItsTimeOut) {
     start(waitForTheFlag, &flags);
     EXPECT_EQ(1, JoinThreads(1000));
     flags.mayEnd = true;
-    EXPECT_EQ(0, JoinThreads(10000000));
+    EXPECT_EQ(0, JoinThreads(60000000));
 }
 
 TEST(Thread, ManyComeAndGo) {
