@@ -26,7 +26,6 @@ public:
     void RemoveHandler(int32 token);
     void SetLooper(int32 handlerToken, BLooper* looper);
     Target Find(int32 token); // all null when it has gone
-    bool IsAlive(int32 token) { return Find(token).handler != nullptr; }
 
     void AddLooper(BLooper* looper, int32 token, const std::shared_ptr<LooperCore>& core);
     void RemoveLooper(BLooper* looper);

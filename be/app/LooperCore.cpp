@@ -75,6 +75,11 @@ BMessage* LooperCore::Next(bigtime_t timeout) {
     return fQueue.NextMessage();
 }
 
+bool LooperCore::IsGone() const {
+    std::lock_guard guard(fLockMutex);
+    return fIsGone;
+}
+
 void LooperCore::Close() {
     {
         std::lock_guard guard(fQueueMutex);

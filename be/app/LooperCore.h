@@ -30,6 +30,7 @@ public:
 
     // The looper goes: whoever waits for its lock fails, what is queued is deleted.
     void Close();
+    bool IsGone() const;
 
     std::atomic<thread_id> fThread{B_ERROR};
 

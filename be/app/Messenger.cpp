@@ -30,7 +30,10 @@ BMessenger::BMessenger(const BHandler* handler, const BLooper* looper, status_t*
 }
 
 bool BMessenger::IsValid() const {
-    return HandlerRegistry::Instance().IsAlive(fLooperToken);
+    // A looper that can't be locked any more is not there, though its destructor may still run.
+    const std::shared_ptr<LooperCore> core =
+        HandlerRegistry::Instance().CoreWithToken(fLooperToken);
+    return core && !core->IsGone();
 }
 
 bool BMessenger::IsTargetLocal() const {
