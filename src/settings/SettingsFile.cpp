@@ -96,14 +96,16 @@ status_t SettingsFile::_MakePath(const char* name, const char* folder, int32 whi
 status_t SettingsFile::Load() {
     if (fStatus != B_OK)
         return fStatus;
+    const BAutolock lock(fLock);
     BFile file(fPath.Path(), B_READ_ONLY);
     status_t status = file.InitCheck();
+    if (status == B_ENTRY_NOT_FOUND)
+        return status;
     if (status == B_OK)
         status = file.Lock();
-    if (status != B_OK)
-        return status;
-    const BAutolock lock(fLock);
-    status = Unflatten(&file);
+    const bool locked = status == B_OK;
+    if (locked)
+        status = Unflatten(&file);
     fBroken = status != B_OK;
     if (fBroken) {
         MakeEmpty();
@@ -112,7 +114,8 @@ status_t SettingsFile::Load() {
     } else {
         status = ApplyAttributes(&file, this);
     }
-    file.Unlock();
+    if (locked)
+        file.Unlock();
     return status;
 }
 

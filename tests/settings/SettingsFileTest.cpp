@@ -195,6 +195,19 @@ TEST_F(SettingsFileTest, ABrokenFileIsKeptAside) {
     EXPECT_TRUE(fFolder.Has("2ch/Itamori.broken3"));
 }
 
+TEST_F(SettingsFileTest, AFileThatCannotBeReadNowIsNotLost) {
+    SaveSample();
+    const std::string whole = fFolder.Read(kFile);
+    const auto settings = Settings();
+    {
+        BFile busy((fFolder / kFile).c_str(), B_READ_ONLY);
+        ASSERT_EQ(busy.Lock(), B_OK);
+        EXPECT_NE(settings->Load(), B_OK);
+    }
+    EXPECT_EQ(settings->Save(), B_OK);
+    EXPECT_EQ(fFolder.Read("2ch/Itamori.broken"), whole);
+}
+
 TEST_F(SettingsFileTest, AMissingFileIsNotKeptAside) {
     const auto settings = Settings();
     EXPECT_EQ(settings->InitCheck(), B_OK);
