@@ -11,7 +11,6 @@
 #include <FindDirectory.h>
 #include <Path.h>
 
-#include <algorithm>
 #include <cstdlib>
 
 namespace {
@@ -20,6 +19,15 @@ constexpr bigtime_t kBusyRate = 100000; // microseconds a frame
 constexpr bigtime_t kLockTime = 200000; // microseconds; a window that shows an alert is passed over
 constexpr float kCascade = 20;
 const BRect kFirstFrame(50, 50, 600, 550);
+
+// Calls with the window locked. One that has gone meanwhile can't be locked.
+template <typename Call>
+void WithWindow(BWindow* window, Call call) {
+    if (window == nullptr || window->LockWithTimeout(kLockTime) != B_OK)
+        return;
+    call(window);
+    window->Unlock();
+}
 
 } // namespace
 
@@ -108,20 +116,15 @@ BMessenger NPApp::CreateNewWindow(BRect frame, bool threadOnly, const BMessenger
     NPWindow* window = new NPWindow(frame, fSettings, threadOnly, parent);
     const BMessenger messenger(window);
     window->Show();
-    fWindows.push_back(messenger);
     fWindowCount++;
     return messenger;
 }
 
-void NPApp::_ForgetClosedWindows() {
-    std::erase_if(fWindows, [](const BMessenger& window) { return !window.IsValid(); });
-}
-
+// To every window, of whatever kind. One that has just gone is an invalid target, no more.
 void NPApp::_Broadcast(const BMessage& message) {
-    _ForgetClosedWindows();
-    for (size_t i = fWindows.size(); i-- > 0;) {
+    for (int32 i = CountWindows() - 1; i >= 0; i--) {
         BMessage copy(message);
-        fWindows[i].SendMessage(&copy);
+        BMessenger(nullptr, WindowAt(i)).SendMessage(&copy);
     }
 }
 
@@ -196,45 +199,34 @@ void NPApp::_OpenBoard(BMessage* message, uint32 selection) {
 }
 
 void NPApp::_ActivateNextWindow() {
-    _ForgetClosedWindows();
-    const auto withWindow = [this](size_t index, auto call) {
-        BLooper* looper = nullptr;
-        if (fWindows[index].LockTargetWithTimeout(kLockTime) != B_OK)
-            return false;
-        fWindows[index].Target(&looper);
-        const bool result = call(static_cast<BWindow*>(looper));
-        looper->Unlock();
-        return result;
-    };
-    const auto isActive = [](BWindow* window) { return window->IsActive(); };
-    const auto activate = [](BWindow* window) {
-        window->Activate(true);
-        return true;
-    };
-    for (size_t i = 0; i < fWindows.size(); i++) {
-        if (withWindow(i, isActive)) {
-            withWindow(i + 1 == fWindows.size() ? 0 : i + 1, activate);
-            return;
-        }
+    const int32 count = CountWindows();
+    for (int32 i = 0; i < count; i++) {
+        bool isActive = false;
+        WithWindow(WindowAt(i), [&](BWindow* window) { isActive = window->IsActive(); });
+        if (!isActive)
+            continue;
+        WithWindow(WindowAt((i + 1) % count), [](BWindow* window) { window->Activate(true); });
+        return;
     }
 }
 
 void NPApp::_WindowClosed() {
-    _ForgetClosedWindows();
     if (fWindowCount-- == 1)
         PostMessage(B_QUIT_REQUESTED);
 }
 
-// The count may fall below 0: a release that comes before its request is made good by it.
+// The count may fall below 0: a release that comes before its request is made good by it. Even the
+// request that only brings it back to 0 shows the animation.
 void NPApp::_ChangeBusyCursor(BMessage* message) {
     bool busy = false;
     if (message->FindBool("cursor", &busy) != B_OK)
         return;
     fBusyCount += busy ? 1 : -1;
+    fShowsBusy = busy || fBusyCount > 0;
     if (busy) {
         SetPulseRate(kBusyRate);
         ShowCursor();
-    } else if (fBusyCount <= 0) {
+    } else if (!fShowsBusy) {
         SetPulseRate(0);
         SetCursor(B_HAND_CURSOR);
         ShowCursor();
@@ -244,7 +236,7 @@ void NPApp::_ChangeBusyCursor(BMessage* message) {
 void NPApp::Pulse() {
     // Goes on from where the last busy time ended.
     static int32 sFrame = 0;
-    if (fBusyCount <= 0)
+    if (!fShowsBusy)
         return;
     sFrame = sFrame >= kTimeCursorCount ? 0 : sFrame;
     SetCursor(time_cursors[sFrame++].data());

@@ -6,8 +6,6 @@
 #include <Messenger.h>
 #include <Rect.h>
 
-#include <vector>
-
 class NPWindow;
 
 constexpr const char* kSignature = "application/x-vnd.Itamori";
@@ -38,7 +36,6 @@ private:
     void InitPrefs();
     BMessenger CreateNewWindow(BRect frame, bool threadOnly, const BMessenger& parent);
     void _Broadcast(const BMessage& message);
-    void _ForgetClosedWindows();
 
     void _ChangeFont(BMessage* message);
     void _ToggleOnline(BMessage* message);
@@ -53,5 +50,5 @@ private:
     SettingsFile* fSettings = nullptr;
     int32 fWindowCount = 0;
     int32 fBusyCount = 0;
-    std::vector<BMessenger> fWindows;
+    bool fShowsBusy = false;
 };
