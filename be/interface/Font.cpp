@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cmath>
 #include <cstring>
 
 namespace {
@@ -100,7 +101,8 @@ status_t BFont::SetFamilyAndFace(const font_family family, uint16 face) {
 }
 
 void BFont::SetSize(float size) {
-    fSize = std::clamp(size, 1.0F, 1000.0F);
+    if (!std::isnan(size))
+        fSize = std::clamp(size, 1.0F, 1000.0F);
 }
 
 // A style that has the face is taken by its name, as the user would see it in a list.

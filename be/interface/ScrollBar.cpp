@@ -66,6 +66,9 @@ void BScrollBar::SetOrientation(orientation direction) {
 }
 
 void BScrollBar::SetValue(float value) {
+    // One that is no number would differ from itself for ever.
+    if (std::isnan(value))
+        return;
     const float wanted = std::round(std::clamp(value, fMin, std::max(fMin, fMax)));
     if (wanted == fValue)
         return;

@@ -14,6 +14,8 @@
 #include <MenuItem.h>
 #include <Screen.h>
 
+#include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 
@@ -21,6 +23,18 @@ namespace {
 
 constexpr float kLeastWidth = 200;
 constexpr float kLeastHeight = 300;
+
+// Settings can be edited by hand: what is no place on any screen becomes the default.
+BRect UsableFrame(BRect frame) {
+    constexpr float kFarthest = 100000;
+    for (const float edge : {frame.left, frame.top, frame.right, frame.bottom}) {
+        if (!(std::abs(edge) <= kFarthest))
+            return BRect(50, 50, 600, 550);
+    }
+    frame.right = std::max(frame.right, frame.left + kLeastWidth);
+    frame.bottom = std::max(frame.bottom, frame.top + kLeastHeight);
+    return frame;
+}
 
 // A text of the settings for a buffer of 64 bytes; empty when it is missing or does not fit.
 void CopySetting(const SettingsFile& settings, const char* key, char (*buffer)[64]) {
@@ -37,8 +51,8 @@ void CopySetting(const SettingsFile& settings, const char* key, char (*buffer)[6
 } // namespace
 
 NPWindow::NPWindow(BRect frame, SettingsFile* settings, bool threadOnly, const BMessenger& parent)
-    : BWindow(frame, "Itamori", B_DOCUMENT_WINDOW, 0), fSettings(settings), fThreadOnly(threadOnly),
-      fParent(parent), fLink(std::make_shared<WindowLink>(this)) {
+    : BWindow(UsableFrame(frame), "Itamori", B_DOCUMENT_WINDOW, 0), fSettings(settings),
+      fThreadOnly(threadOnly), fParent(parent), fLink(std::make_shared<WindowLink>(this)) {
     AddMenuBar();
     AddView();
     AddShortcuts();
