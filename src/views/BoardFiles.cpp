@@ -2,6 +2,7 @@
 
 #include "cache/PathNames.h"
 #include "text/cp932.h"
+#include "text/html.h"
 
 #include <Application.h>
 #include <Entry.h>
@@ -86,7 +87,7 @@ int32 ReadBoardMenu(const std::string& folder, std::vector<BBSTable::Category>* 
     int32 written = 0;
     if (cp932_conv_to_utf8(page.data(), &length, utf8.data(), &written) != 0)
         return -1;
-    const BString text(utf8.data(), written);
+    const BString text(utf8.data(), RemoveNulls(utf8.data(), written));
     BBSTable table(&text);
     if (table.parseBBSTable() != 0)
         return -1;

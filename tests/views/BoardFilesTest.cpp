@@ -99,7 +99,7 @@ TEST(BoardFiles, AFolderIsReadWithWhatItsListNames) {
     std::vector<BBSTable::Category> categories;
     EXPECT_EQ(ReadBoardMenu(folder.Path(), &categories), -1);
     EXPECT_TRUE(ReadExtraBoards(folder.Path()).empty());
-    folder.Write("newbbsmenu.html", "x<BR><BR><B>\x83j</B><br><A HREF=u>\x90\xAB</A>");
+    folder.Write("newbbsmenu.html", "x<BR><BR><B>\x83j\xF0\x40</B><br><A HREF=u>\x90\xAB</A>");
     folder.Write("bbs.list", "one.txt\nmissing.txt\n../two.txt\n");
     folder.Write("one.txt", "c\nh b t\n");
     EXPECT_EQ(ReadBoardMenu(folder.Path(), &categories), 0);
