@@ -32,6 +32,12 @@ size_t UrlStart(std::string_view text) {
     return kMissing;
 }
 
+// The tag of a reference; one without an end is no tag, and the text behind it is not lost.
+size_t ReferenceStart(std::string_view text) {
+    const size_t start = text.find(kReferenceTag);
+    return start != kMissing && text.find('>', start) != kMissing ? start : kMissing;
+}
+
 size_t UrlLength(std::string_view text) {
     size_t length = 0;
     while (length < text.size() && text[length] != '\n' && text[length] != ' ' &&
@@ -174,17 +180,15 @@ void NPTextView::addArticleItem(const char* body) {
 // Moves the text up to the first link, and the link, from `rest` into the piece; false without one.
 bool NPTextView::_AppendNextLink(std::string_view* rest, Piece* piece) {
     const size_t url = UrlStart(*rest);
-    const size_t reference = rest->find(kReferenceTag);
+    const size_t reference = ReferenceStart(*rest);
     const size_t start = url < reference ? url : reference;
     if (start == kMissing)
         return false;
     piece->Add(rest->substr(0, start), kText);
     rest->remove_prefix(start);
     const bool isUrl = start == url;
-    if (!isUrl) {
-        const size_t tagEnd = rest->find('>');
-        rest->remove_prefix(tagEnd == kMissing ? rest->size() : tagEnd + 1);
-    }
+    if (!isUrl)
+        rest->remove_prefix(rest->find('>') + 1);
     const size_t length = isUrl ? UrlLength(*rest) : std::min(rest->find('<'), rest->size());
     const std::string_view link = rest->substr(0, length);
     rest->remove_prefix(length);

@@ -78,7 +78,7 @@ TEST_F(NPTextViewTest, LinksAreFoundAndKept) {
          ">>1;>>2;"},
         {"x://a " + tag + ">>1</a> http://u", "x://a >>1 http://u\n", "http://u;", ">>1;"},
         {tag + ">>1", ">>1\n", "", ">>1\n;"},
-        {"<a href=\"../test/read.cgi", "", "", ";"},
+        {"<a href=\"../test/read.cgi rest", "<a href=\"../test/read.cgi rest\n", "", ""},
     };
     for (const auto& item : kCases) {
         const std::string text = Body(item.body);
