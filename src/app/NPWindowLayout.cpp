@@ -22,6 +22,7 @@ namespace {
 
 constexpr float kStatusHeight = 24;
 constexpr float kBarThickness = 4;
+constexpr float kPaneInset = 1;
 
 enum class Target { kWindow, kApplication };
 
@@ -106,6 +107,8 @@ void NPWindow::AddView() {
     base->SetViewColor(ui_color(B_PANEL_BACKGROUND_COLOR));
     BRect panes = base->Bounds();
     panes.bottom -= kStatusHeight;
+    if (!fThreadOnly)
+        panes.InsetBy(kPaneInset, kPaneInset);
     base->AddChild(_MakePanes(panes));
     _AddStatusLine(base);
     AddChild(base);

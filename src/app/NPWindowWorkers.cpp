@@ -118,7 +118,10 @@ bool NPWindow::_FillProxy(ProxySetting* proxy) const {
     GetProxy(&proxy->use, &host, &port);
     proxy->host = host;
     proxy->port = port;
-    return proxy->port.size() <= kLongestProxyPort;
+    if (!proxy->use || proxy->port.size() <= kLongestProxyPort)
+        return true;
+    fprintf(stderr, "settings: \"%s\" is no proxy port\n", port);
+    return false;
 }
 
 void NPWindow::BoardSelected(BMessage* message) {

@@ -79,7 +79,7 @@ status_t NPHttp::Connect() {
 
 const char* NPHttp::ErrorStr() const {
     if (fRefused)
-        return strerror(B_BAD_VALUE);
+        return "the address holds a line break";
     return fEndpoint != nullptr ? fEndpoint->ErrorStr() : "";
 }
 

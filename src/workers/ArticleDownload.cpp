@@ -4,7 +4,6 @@
 #include "workers/ArticleWorkers.h"
 
 #include <cstdio>
-#include <cstring>
 
 namespace {
 constexpr size_t kLongestLine = 8191;
@@ -178,7 +177,8 @@ void ArticleDownload::_AppendToCache(const char* line, int32 length) {
     if (status == B_OK)
         return;
     // The mark stays: what could not be kept is asked for again.
-    fprintf(stderr, "cache: can't write %s: %s\n", fJob.dat.c_str(), strerror(status));
+    fprintf(stderr, "cache: can't write %s: error %lx\n", fJob.dat.c_str(),
+            static_cast<unsigned long>(static_cast<uint32>(status)));
     fAppends = false;
     fLastResult = status;
 }
