@@ -1,6 +1,7 @@
 #include "app/DefaultSettings.h"
 
 #include "settings/SettingsFile.h"
+#include "support/ChildProgram.h"
 #include "support/ScratchFolder.h"
 
 #include <gtest/gtest.h>
@@ -54,4 +55,50 @@ TEST(DefaultSettings, TheRestOfAGroupFollowsItsFirstKey) {
     bool proxy = false;
     EXPECT_EQ(settings.FindBool("proxy", &proxy), B_OK);
     EXPECT_TRUE(proxy);
+}
+
+using testprograms::ChildProgram;
+
+TEST(NPApp, AFirstStartMakesItsFoldersAndEverySetting) {
+    const ScratchFolder folder;
+    ChildProgram program("start", folder.Path());
+    EXPECT_EQ(program.Wait(), 0);
+    EXPECT_EQ(program.Output(), "frame 50 50 550 500\n");
+    EXPECT_TRUE(folder.Has("2ch/2chCache"));
+    SettingsFile settings("Itamori", "2ch");
+    EXPECT_EQ(settings.Load(), B_OK);
+    for (const char* key : kKeys)
+        EXPECT_TRUE(Has(settings, key)) << key;
+    bool cached = false;
+    EXPECT_EQ(settings.Get("enable_cache", &cached), B_OK);
+    EXPECT_TRUE(cached);
+}
+
+TEST(NPApp, ABrokenSettingsFileIsKeptAndTheDefaultsTakeItsPlace) {
+    const ScratchFolder folder;
+    folder.Write("2ch/Itamori", "no settings");
+    ChildProgram program("start", folder.Path());
+    EXPECT_EQ(program.Wait(), 0);
+    EXPECT_EQ(folder.Read("2ch/Itamori.broken"), "no settings");
+    EXPECT_EQ(SettingsFile("Itamori", "2ch").Load(), B_OK);
+}
+
+TEST(NPApp, WindowsOpenInACascadeAndTheLastOneEndsTheProgram) {
+    const ScratchFolder folder;
+    ChildProgram program("windows", folder.Path());
+    EXPECT_EQ(program.Wait(), 0);
+    EXPECT_EQ(program.Output(), "frame 70 70 550 500\nactive 0\nactive 1\nactive 0\none left\n");
+    SettingsFile settings("Itamori", "2ch");
+    EXPECT_EQ(settings.Load(), B_OK);
+    BRect frame;
+    EXPECT_EQ(settings.Get("window_frame", &frame), B_OK);
+    EXPECT_EQ(frame.left, 70);
+}
+
+TEST(NPApp, WithoutItsFolderItSaysSoAndEnds) {
+    const ScratchFolder folder;
+    const std::string path = folder.Write("2ch", "a file in the way");
+    ChildProgram program("alert", folder.Path());
+    EXPECT_EQ(program.Wait(), 1);
+    EXPECT_EQ(program.Output(), path + "\nにアクセスできません。\n");
 }
