@@ -26,9 +26,9 @@ struct Picture {
 };
 
 // Waits until the window has handled what was sent and drawn what was invalid, and the server has
-// shown it. False after five seconds, or if the window has gone.
+// shown it. False after a minute, or if the window has gone.
 bool WaitUntilIdle(BWindow* window);
-// Polls in the window's idle moments, without the lock; false after five seconds.
+// Polls in the window's idle moments, without the lock; false after a minute.
 bool WaitUntil(const std::function<bool()>& condition);
 
 Picture Snapshot(BWindow* window);

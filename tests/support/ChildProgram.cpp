@@ -23,13 +23,17 @@ std::string ScratchFolder() {
     return mkdtemp(folder.data()) != nullptr ? folder : std::string();
 }
 
+std::string ContentsOf(const std::string& path) {
+    std::ifstream file(path);
+    return std::string(std::istreambuf_iterator<char>(file), {});
+}
+
 } // namespace
 
 ChildProgram::ChildProgram(const std::string& name, const std::string& settings,
-                           const std::string& locale)
-    : fSettings(settings.empty() ? ScratchFolder() : settings), fOwnsSettings(settings.empty()) {
-    static int sCount = 0;
-    fOutput = fSettings + "/output" + std::to_string(sCount++);
+                           const std::string& locale, const std::string& executable)
+    : fSettings(settings.empty() ? ScratchFolder() : settings), fOwnsSettings(settings.empty()),
+      fFiles(ScratchFolder()), fOutput(fFiles + "/output"), fErrors(fFiles + "/errors") {
     int input[2];
     if (pipe2(input, O_CLOEXEC) != 0)
         return;
@@ -41,11 +45,12 @@ ChildProgram::ChildProgram(const std::string& name, const std::string& settings,
     }
     dup2(input[0], STDIN_FILENO);
     dup2(open(fOutput.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), STDOUT_FILENO);
+    dup2(open(fErrors.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), STDERR_FILENO);
     setenv("XDG_CONFIG_HOME", fSettings.c_str(), 1);
     setenv("TEST_PROGRAM", name.c_str(), 1);
     setenv("LC_ALL", locale.c_str(), 1);
     unsetenv("XDG_RUNTIME_DIR");
-    execl("/proc/self/exe", "child", "one argument", "two", nullptr);
+    execl(executable.c_str(), "child", "one argument", "two", nullptr);
     _exit(127);
 }
 
@@ -55,6 +60,7 @@ ChildProgram::~ChildProgram() {
         Wait();
     }
     close(fInput);
+    std::filesystem::remove_all(fFiles);
     if (fOwnsSettings)
         std::filesystem::remove_all(fSettings);
 }
@@ -85,8 +91,11 @@ int ChildProgram::Wait() {
 }
 
 std::string ChildProgram::Output() const {
-    std::ifstream file(fOutput);
-    return std::string(std::istreambuf_iterator<char>(file), {});
+    return ContentsOf(fOutput);
+}
+
+std::string ChildProgram::Errors() const {
+    return ContentsOf(fErrors);
 }
 
 bool ChildProgram::WaitForOutput(const std::string& text) const {

@@ -1,0 +1,107 @@
+#include "support/ChildProgram.h"
+#include "support/ScratchFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+using testprograms::ChildProgram;
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kSettings = "2ch/Itamori";
+
+// What a run of the program prints, with what it complained about in `errors`.
+std::string RunProgram(const std::string& scenario, const std::string& settings,
+                       std::string* errors = nullptr,
+                       const std::string& executable = "/proc/self/exe") {
+    ChildProgram program(scenario, settings, "C", executable);
+    EXPECT_EQ(program.Wait(), 0) << program.Errors();
+    if (errors != nullptr)
+        *errors = program.Errors();
+    return program.Output();
+}
+
+bool Contains(const std::string& text, const std::string& part) {
+    return text.find(part) != text.npos;
+}
+
+// This program with a board folder of the test's own beside it.
+std::string CopyWithBoardMenu(const ScratchFolder& folder, const char* menu) {
+    const std::string copy = folder / "program";
+    fs::copy_file(fs::read_symlink("/proc/self/exe"), copy, fs::copy_options::overwrite_existing);
+    fs::remove_all(folder / "bbs");
+    if (menu != nullptr)
+        folder.Write("bbs/newbbsmenu.html", menu);
+    return copy;
+}
+
+} // namespace
+
+TEST(Program, KeepsItsArrangementForTheNextStart) {
+    ScratchFolder folder;
+    const std::string first = RunProgram("arranged program", folder.Path());
+    EXPECT_TRUE(Contains(first, "frame 50 50 600 550\n")) << first;
+    EXPECT_TRUE(Contains(first, "category 暮らし 0\n")) << first;
+    const std::string second = RunProgram("program", folder.Path());
+    for (const char* line :
+         {"frame 80 90 780 510\n", "column 2 333\n", "category 暮らし 1\n", "ended\n"})
+        EXPECT_TRUE(Contains(second, line)) << line << second;
+}
+
+TEST(Program, StartsWithDefaultsFromABrokenSettingsFile) {
+    ScratchFolder folder;
+    RunProgram("arranged program", folder.Path());
+    const std::string whole = folder.Read(kSettings);
+    ASSERT_FALSE(whole.empty());
+    for (const std::string& broken :
+         {whole.substr(0, whole.size() / 2), std::string(), std::string(5000, '\xa7')}) {
+        fs::remove(folder / "2ch/Itamori.broken");
+        folder.Write(kSettings, broken);
+        std::string errors;
+        const std::string output = RunProgram("program", folder.Path(), &errors);
+        EXPECT_TRUE(Contains(output, "frame 50 50 600 550\n")) << broken.size() << output;
+        EXPECT_TRUE(Contains(errors, "can't be understood")) << errors;
+        EXPECT_TRUE(folder.Read("2ch/Itamori.broken") == broken);
+        EXPECT_FALSE(folder.Read(kSettings) == broken);
+    }
+}
+
+// No user, not even the superuser, can make files in that folder.
+TEST(Program, SettingsThatCantBeWrittenStopNothing) {
+    ScratchFolder folder;
+    folder.MakeFolder("2ch/2chCache");
+    fs::create_symlink("/proc/self/Itamori", folder / kSettings);
+    const std::string output = RunProgram("arranged program", folder.Path());
+    EXPECT_TRUE(Contains(output, "frame 50 50 600 550\n")) << output;
+    EXPECT_TRUE(Contains(output, "ended\n")) << output;
+}
+
+TEST(Program, SaysThatItsFolderCantBeMade) {
+    ScratchFolder folder;
+    const std::string place = folder.Write("file", "");
+    ChildProgram program("program with an alert", place);
+    EXPECT_TRUE(program.WaitForOutput("2ch\nにアクセスできません。")) << program.Output();
+    EXPECT_EQ(program.Wait(), 1);
+}
+
+TEST(Program, SaysThatTheBoardMenuIsMissingAndGoesOn) {
+    ScratchFolder folder;
+    const std::string program = CopyWithBoardMenu(folder, nullptr);
+    const std::string output =
+        RunProgram("program with an alert", folder / "settings", nullptr, program);
+    EXPECT_TRUE(Contains(output, "alert bbs/newbbsmenu.htmlの読み込みに失敗しました。")) << output;
+    EXPECT_TRUE(Contains(output, "ended\n")) << output;
+}
+
+TEST(Program, AMalformedBoardMenuShowsWhatItHolds) {
+    ScratchFolder folder;
+    const std::string settings = folder.MakeFolder("settings");
+    const std::string program = CopyWithBoardMenu(
+        folder, "<B>one</B><A HREF=http://h.example/a/>a</A\n<B>\n<B></B>\n\xff<A HREF=\n");
+    const std::string output = RunProgram("program", settings, nullptr, program);
+    EXPECT_TRUE(Contains(output, "ended\n")) << output;
+}
