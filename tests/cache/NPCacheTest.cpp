@@ -171,10 +171,3 @@ TEST_F(NPCacheTest, NamesFromTheNetworkLeadNowhereElse) {
     const std::string longName(300, 'x');
     EXPECT_NE(NPCache("host", "board", longName.c_str(), NPCache::Open::kCreate).Status(), 0);
 }
-
-TEST_F(NPCacheTest, AFullDiskLeavesNoPartOfALine) {
-    BFile full;
-    if (full.SetTo("/dev/full", B_WRITE_ONLY) != B_OK)
-        GTEST_SKIP();
-    EXPECT_LT(full.Write("x", 1), 0);
-}

@@ -7,6 +7,9 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+#include <sys/resource.h>
+
 namespace {
 
 constexpr const char* kDate = "Wed, 23 Jan 2002 12:34:56 GMT";
@@ -47,6 +50,21 @@ std::string Answer(const std::string& body, const char* status = "200 OK",
 bool Has(const std::string& text, const std::string& part) {
     return text.find(part) != text.npos;
 }
+
+// While it lives no file of the program grows beyond the given bytes, as on a full disk.
+class FullDisk {
+public:
+    explicit FullDisk(rlim_t bytes) {
+        signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &fLimit);
+        const rlimit limit{bytes, fLimit.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FullDisk() { setrlimit(RLIMIT_FSIZE, &fLimit); }
+
+private:
+    rlimit fLimit;
+};
 
 class ArticleWorker : public testing::Test {
 protected:
@@ -133,6 +151,26 @@ TEST_F(ArticleWorker, ACutConnectionLeavesTheCacheAtAWholeLine) {
     const std::string request = server.WaitForRequest(1);
     EXPECT_TRUE(Has(request, std::string("If-Modified-Since: ") + kEpoch));
     EXPECT_TRUE(Has(request, "Range: bytes=" + std::to_string(Posts(1, 2).size()) + "-\r\n"));
+}
+
+TEST_F(ArticleWorker, AFullDiskKeepsWholeLinesAndTheNextReloadTheRest) {
+    const std::string kept = Posts(1, 40);
+    RawServer server({RawServer::Reply(Answer(Posts(1, 50))),
+                      RawServer::Reply(Answer(Posts(41, 50), "206 Partial Content"))});
+    Browser browser(server.Port());
+    {
+        const FullDisk disk(kept.size() + 3);
+        browser.SelectThread("1.dat");
+        server.WaitForRequest();
+        EXPECT_TRUE(browser.WaitUntil([&] { return fFolder.Read(kFile) == kept; }));
+        EXPECT_TRUE(browser.WaitForStatus(""));
+    }
+    EXPECT_EQ(fFolder.Read(kFile), kept);
+    EXPECT_EQ(Time(), kEpoch);
+    browser.SelectThread("1.dat");
+    EXPECT_TRUE(Has(server.WaitForRequest(1), "Range: bytes=" + std::to_string(kept.size()) + "-"));
+    EXPECT_TRUE(browser.WaitUntil([&] { return Time() == kDate; }));
+    EXPECT_EQ(fFolder.Read(kFile), Posts(1, 50));
 }
 
 TEST_F(ArticleWorker, ACacheThatACrashCutIsMendedFirst) {
