@@ -69,7 +69,8 @@ status_t NPCache::_Open(const char* host, const char* board, const char* file, O
         status =
             fFile.SetTo(path.Path(), B_READ_WRITE | (how == Open::kCreate ? B_CREATE_FILE : 0));
     // What can't be written may still be read.
-    if (status != B_OK && how == Open::kExisting && path.InitCheck() == B_OK)
+    const bool protectedFile = status == B_PERMISSION_DENIED || status == B_READ_ONLY_DEVICE;
+    if (protectedFile && how == Open::kExisting)
         status = fFile.SetTo(path.Path(), B_READ_ONLY);
     return status == B_OK ? fEntry.SetTo(path.Path()) : status;
 }
