@@ -30,9 +30,11 @@ void ClickListView::MouseDown(BPoint where) {
 void ClickListView::MouseUp(BPoint where) {
     bigtime_t clickSpeed = 500000;
     get_click_speed(&clickSpeed);
-    if (fClickMode == kSingleClick && fPressTime >= 0 && fLastPressed >= 0 &&
+    // The pressed row is the selected one. It may have moved meanwhile, or gone with its list.
+    const int32 index = FullListCurrentSelection();
+    if (fClickMode == kSingleClick && fPressTime >= 0 && fLastPressed >= 0 && index >= 0 &&
         system_time() - fPressTime < clickSpeed)
-        RowChosen(fLastPressed);
+        RowChosen(index);
     fPressTime = -1;
     ColumnListView::MouseUp(where);
 }
