@@ -6,6 +6,7 @@
 #include "views/NPThreadView.h"
 #include "workers/ArticleWorkers.h"
 #include "workers/SubjectWorkers.h"
+#include "workers/WorkerThread.h"
 
 #include <Autolock.h>
 #include <OS.h>
@@ -14,7 +15,6 @@
 
 namespace {
 
-constexpr int32 kWorkerPriority = 10;
 constexpr bigtime_t kStopTime = 10000; // microseconds an old worker gets to see its stop
 
 // A name that identifies something; false, with a trace, when it does not fit its format.
@@ -38,56 +38,22 @@ std::string CutAtCharacter(const char* text, size_t longest) {
     return cut;
 }
 
-// Frees a worker's job as its thread exits.
-template <typename Job>
-struct Exit {
-    std::unique_ptr<Job> job;
-    const char* name;
-
-    static void Run(void* data) {
-        const std::unique_ptr<Exit> self(static_cast<Exit*>(data));
-        self->job->control->DeletePort();
-        self->job->control->ReleaseCursor();
-        fprintf(stderr, "%s finished.\n", self->name);
-    }
-};
-
-template <typename Job>
-const Job& TakeOver(void* data, const char* name) {
-    Exit<Job>* handler = new Exit<Job>{std::unique_ptr<Job>(static_cast<Job*>(data)), name};
-    on_exit_thread(Exit<Job>::Run, handler);
-    return *handler->job;
-}
-
-// Starts a worker, which then owns the job; false when there is no thread to be had.
-template <typename Job>
-bool Spawn(int32 (*entry)(void*), const char* name, std::unique_ptr<Job>* job) {
-    const std::shared_ptr<WorkerControl> control = (*job)->control;
-    const thread_id thread = spawn_thread(entry, name, kWorkerPriority, job->get());
-    if (thread < 0)
-        return false;
-    job->release();
-    control->TakeCursor();
-    resume_thread(thread);
-    return true;
-}
-
 } // namespace
 
 int32 NPWindow::getSubject(void* data) {
-    return SubjectDownload(TakeOver<SubjectJob>(data, "getSubject")).Run();
+    return SubjectDownload(TakeOverJob<SubjectJob>(data, "getSubject")).Run();
 }
 
 int32 NPWindow::getSubjectCache(void* data) {
-    return SubjectCacheListing(TakeOver<SubjectJob>(data, "getSubjectCache")).Run();
+    return SubjectCacheListing(TakeOverJob<SubjectJob>(data, "getSubjectCache")).Run();
 }
 
 int32 NPWindow::getArticle(void* data) {
-    return ArticleDownload(TakeOver<ThreadJob>(data, "getArticle")).Run();
+    return ArticleDownload(TakeOverJob<ThreadJob>(data, "getArticle")).Run();
 }
 
 int32 NPWindow::getArticleCache(void* data) {
-    return ArticleReplay(TakeOver<ThreadJob>(data, "getArticleCache")).Run();
+    return ArticleReplay(TakeOverJob<ThreadJob>(data, "getArticleCache")).Run();
 }
 
 void NPWindow::addThreadItem(WindowLink* link, port_id request, int32 number, const char* title,
@@ -148,7 +114,7 @@ void NPWindow::_StartSubject(BMessage* message, Entry entry, const char* name, b
     if (online && !_FillProxy(&job->proxy))
         return;
     job->control = fSubjectWorker = std::make_shared<WorkerControl>("subject_port");
-    if (!Spawn(entry, name, &job))
+    if (!SpawnWorker(entry, name, &job))
         fSubjectWorker.reset();
 }
 
@@ -186,7 +152,7 @@ void NPWindow::ThreadSelectedCache(BMessage* message) {
 void NPWindow::_StartThread(std::unique_ptr<ThreadJob> job, Entry entry, const char* name) {
     job->control = fArticleWorker = std::make_shared<WorkerControl>("article_port");
     fArticleView->ShowThread(fArticleWorker->Port(), job->url.c_str(), job->dat.c_str());
-    if (!Spawn(entry, name, &job))
+    if (!SpawnWorker(entry, name, &job))
         fArticleWorker.reset();
 }
 

@@ -43,10 +43,3 @@ private:
     std::shared_ptr<WindowLink> fWindow;
     std::shared_ptr<WorkerControl> fControl;
 };
-
-// Frees a worker's job as its thread exits, and says so on standard error.
-template <typename Job>
-struct JobExit {
-    Job* job;
-    const char* name;
-};
