@@ -5,13 +5,17 @@
 #include "app/NPApp.h"
 #include "app/NPWindow.h"
 #include "support/AlertWatch.h"
+#include "views/NPBoardListView.h"
+#include "views/NPThreadView.h"
 
 #include "server/Testing.h"
 
 #include <OS.h>
 
 #include <cstdio>
-#include <cstring>
+#include <functional>
+#include <map>
+#include <string>
 
 namespace {
 
@@ -75,6 +79,69 @@ int32 ReadTheAlert(void*) {
     return 0;
 }
 
+NPWindow* WaitForBrowser() {
+    NPWindow* found = nullptr;
+    server::testing::WaitUntil([&] {
+        for (int32 i = 0; i < be_app->CountWindows() && found == nullptr; i++)
+            found = dynamic_cast<NPWindow*>(be_app->WindowAt(i));
+        return found != nullptr;
+    });
+    server::testing::WaitUntilIdle(found);
+    return found;
+}
+
+void Do(BWindow* window, const std::function<void()>& work) {
+    if (!window->Lock())
+        return;
+    work();
+    window->Unlock();
+}
+
+// What the next start must find again.
+void Print(NPWindow* window) {
+    Do(window, [&] {
+        const BRect frame = window->Frame();
+        printf("frame %g %g %g %g\n", frame.left, frame.top, frame.right, frame.bottom);
+        auto* threads = static_cast<NPThreadView*>(window->FindView("thread"))->List();
+        for (int32 i = 0; i < threads->CountColumns(); i++)
+            printf("column %d %g\n", i, threads->ColumnWidth(i));
+        auto* boards = static_cast<NPBoardListView*>(window->FindView("board list"));
+        for (int32 i = 0; i < boards->CountCategories(); i++)
+            printf("category %s %d\n", boards->CategoryNameAt(i), boards->CategoryExpandedAt(i));
+    });
+}
+
+void Arrange(NPWindow* window) {
+    Do(window, [&] {
+        window->MoveTo(80, 90);
+        window->ResizeTo(700, 420);
+        auto* boards = static_cast<NPBoardListView*>(window->FindView("board list"));
+        boards->SetExpanded(boards->FullListItemAt(0), true);
+        auto* threads = static_cast<NPThreadView*>(window->FindView("thread"))->List();
+        threads->SetColumnWidth(kColumnTitle, 333);
+    });
+    server::testing::WaitUntilIdle(window);
+    server::testing::CloseByUser(window);
+}
+
+int32 ArrangeAndClose(void*) {
+    NPWindow* window = WaitForBrowser();
+    Print(window);
+    Arrange(window);
+    return 0;
+}
+
+int32 PrintAndQuit(void*) {
+    Print(WaitForBrowser());
+    be_app_messenger.SendMessage(B_QUIT_REQUESTED);
+    return 0;
+}
+
+int32 ReadTheAlertAndQuit(void*) {
+    ReadTheAlert(nullptr);
+    return PrintAndQuit(nullptr);
+}
+
 int RunWith(int32 (*driver)(void*)) {
     NPApp application;
     resume_thread(spawn_thread(driver, "driver", B_NORMAL_PRIORITY, nullptr));
@@ -82,10 +149,13 @@ int RunWith(int32 (*driver)(void*)) {
     return 0;
 }
 
+const std::map<std::string, int32 (*)(void*)> kDrivers = {
+    {"start", StartAndQuit},      {"windows", OpenAndClose}, {"alert", ReadTheAlert},
+    {"arrange", ArrangeAndClose}, {"report", PrintAndQuit},  {"alert, report", ReadTheAlertAndQuit},
+};
+
 } // namespace
 
 int RunTestProgram(const char* name) {
-    if (strcmp(name, "start") == 0)
-        return RunWith(StartAndQuit);
-    return RunWith(strcmp(name, "windows") == 0 ? OpenAndClose : ReadTheAlert);
+    return RunWith(kDrivers.at(name));
 }

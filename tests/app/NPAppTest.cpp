@@ -74,15 +74,6 @@ TEST(NPApp, AFirstStartMakesItsFoldersAndEverySetting) {
     EXPECT_TRUE(cached);
 }
 
-TEST(NPApp, ABrokenSettingsFileIsKeptAndTheDefaultsTakeItsPlace) {
-    const ScratchFolder folder;
-    folder.Write("2ch/Itamori", "no settings");
-    ChildProgram program("start", folder.Path());
-    EXPECT_EQ(program.Wait(), 0);
-    EXPECT_EQ(folder.Read("2ch/Itamori.broken"), "no settings");
-    EXPECT_EQ(SettingsFile("Itamori", "2ch").Load(), B_OK);
-}
-
 TEST(NPApp, WindowsOpenInACascadeAndTheLastOneEndsTheProgram) {
     const ScratchFolder folder;
     ChildProgram program("windows", folder.Path());
