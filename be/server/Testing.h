@@ -22,7 +22,7 @@ struct Picture {
     int32 height = 0;
     std::vector<rgb_color> pixels;
 
-    rgb_color At(int32 x, int32 y) const { return pixels[static_cast<size_t>(y * width + x)]; }
+    rgb_color At(int32 x, int32 y) const { return pixels[static_cast<size_t>(y) * width + x]; }
 };
 
 // Waits until the window has handled what was sent and drawn what was invalid, and the server has

@@ -93,7 +93,7 @@ const DelimiterSet& delimiterGuessSubject(const char* text) {
     const std::string_view line = text;
     const int32 dot = Find(line, ".");
     const int32 limit = static_cast<int32>(line.size()) - 5;
-    const size_t form = static_cast<size_t>(dot + 4);
+    const size_t form = static_cast<size_t>(dot) + 4;
     if (form < line.size() && line[form] == ',')
         return kDelimiters[FindLast(line, "）") > limit ? 3 : 1];
     return kDelimiters[FindLast(line, ")") > limit ? 2 : 0];

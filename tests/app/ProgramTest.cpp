@@ -78,18 +78,22 @@ TEST(Program, SettingsThatCantBeWrittenStopNothing) {
     EXPECT_TRUE(Contains(output, "frame 50 50 600 550\n")) << output;
 }
 
-TEST(Program, SaysThatTheBoardMenuIsMissingAndGoesOn) {
+TEST(Program, SaysThatTheBoardMenuIsMissingOrCutAndGoesOn) {
     ScratchFolder folder;
-    const std::string program = CopyWithBoardMenu(folder, nullptr);
-    const std::string output = RunProgram("alert, report", folder / "settings", nullptr, program);
-    EXPECT_TRUE(Contains(output, "bbs/newbbsmenu.htmlの読み込みに失敗しました。")) << output;
+    for (const char* menu : {static_cast<const char*>(nullptr), "\n<BR><BR><B>cut <A HREF=\xff"}) {
+        const std::string program = CopyWithBoardMenu(folder, menu);
+        const std::string output =
+            RunProgram("alert, report", folder / "settings", nullptr, program);
+        EXPECT_TRUE(Contains(output, "bbs/newbbsmenu.htmlの読み込みに失敗しました。")) << output;
+        EXPECT_TRUE(Contains(output, "frame 50 50 600 550\n")) << output;
+    }
 }
 
-TEST(Program, AMalformedBoardMenuShowsWhatItHolds) {
+TEST(Program, ShowsWhatAStrangeBoardMenuHolds) {
     ScratchFolder folder;
-    const std::string settings = folder.MakeFolder("settings");
-    const std::string program = CopyWithBoardMenu(
-        folder, "<B>one</B><A HREF=http://h.example/a/>a</A\n<B>\n<B></B>\n\xff<A HREF=\n");
-    const std::string output = RunProgram("report", settings, nullptr, program);
+    const std::string program =
+        CopyWithBoardMenu(folder, "\xff\n\n<BR><BR><B>one</B>\n<A HREF=http://h.example/a/>a</A>\n"
+                                  "<B></B>\n\x81<A HREF=\n");
+    const std::string output = RunProgram("report", folder / "settings", nullptr, program);
     EXPECT_TRUE(Contains(output, "category one 0\n")) << output;
 }
