@@ -92,7 +92,7 @@ TEST(Program, SaysThatTheBoardMenuIsMissingOrCutAndGoesOn) {
 TEST(Program, ShowsWhatAStrangeBoardMenuHolds) {
     ScratchFolder folder;
     const std::string program =
-        CopyWithBoardMenu(folder, "\xff\n\n<BR><BR><B>one</B>\n<A HREF=http://h.example/a/>a</A>\n"
+        CopyWithBoardMenu(folder, "\x81\n\n<BR><BR><B>one</B>\n<A HREF=http://h.example/a/>a</A>\n"
                                   "<B></B>\n\x81<A HREF=\n");
     const std::string output = RunProgram("report", folder / "settings", nullptr, program);
     EXPECT_TRUE(Contains(output, "category one 0\n")) << output;
