@@ -12,6 +12,14 @@ namespace {
 
 const BRoster sRoster;
 const char kUrlSignature[] = "application/x-vnd.Be.URL.";
+const char kFolderSignature[] = "application/x-vnd.Be-directory";
+
+status_t OpenFolder(const char* path) {
+    if (!BEntry(path).IsDirectory())
+        return B_ENTRY_NOT_FOUND;
+    server::OpenPath(path);
+    return B_OK;
+}
 
 bool IsOurs(const char* signature) {
     return signature != nullptr && be_app != nullptr && strcmp(signature, be_app->Signature()) == 0;
@@ -43,10 +51,14 @@ status_t BRoster::Launch(const char* mimeType, int argc, const char* const* args
                          team_id* appTeam) const {
     if (appTeam != nullptr)
         *appTeam = -1;
-    if (mimeType == nullptr || strncmp(mimeType, kUrlSignature, strlen(kUrlSignature)) != 0)
+    const bool isFolder = mimeType != nullptr && strcmp(mimeType, kFolderSignature) == 0;
+    if (!isFolder &&
+        (mimeType == nullptr || strncmp(mimeType, kUrlSignature, strlen(kUrlSignature)) != 0))
         return B_LAUNCH_FAILED_APP_NOT_FOUND;
     if (argc < 1 || args == nullptr || args[0] == nullptr || args[0][0] == 0)
         return B_BAD_VALUE;
+    if (isFolder)
+        return OpenFolder(args[0]);
     server::OpenUrl(args[0]);
     return B_OK;
 }

@@ -37,7 +37,8 @@ public:
     status_t GetActiveAppInfo(app_info* info) const;
 
     // A signature "application/x-vnd.Be.URL.<scheme>" opens args[0] in the desktop's program for
-    // it; any other gives B_LAUNCH_FAILED_APP_NOT_FOUND. An entry_ref opens that file or folder.
+    // it; "application/x-vnd.Be-directory" opens the folder args[0] in the file manager; any other
+    // gives B_LAUNCH_FAILED_APP_NOT_FOUND. An entry_ref opens that file or folder.
     status_t Launch(const char* mimeType, int argc, const char* const* args,
                     team_id* appTeam = nullptr) const;
     status_t Launch(const char* mimeType, BMessage* initialMessage = nullptr,

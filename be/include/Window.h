@@ -175,6 +175,8 @@ public:
     uint32 Workspaces() const;
     void SetWorkspaces(uint32 workspaces);
 
+    // A window of the modal subset feel keeps the input from the last window that was added, and
+    // from no other. Before Show; B_BAD_VALUE with another feel.
     status_t AddToSubset(BWindow* window);
     status_t RemoveFromSubset(BWindow* window);
     status_t SetType(window_type type);

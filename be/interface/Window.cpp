@@ -360,10 +360,14 @@ uint32 BWindow::Workspaces() const {
     return 1;
 }
 void BWindow::SetWorkspaces(uint32) {}
-status_t BWindow::AddToSubset(BWindow*) {
+status_t BWindow::AddToSubset(BWindow* window) {
+    if (window == nullptr || fPrivate->feel != B_MODAL_SUBSET_WINDOW_FEEL)
+        return B_BAD_VALUE;
+    fPrivate->link->SetSubset(window->fPrivate->link);
     return B_OK;
 }
 status_t BWindow::RemoveFromSubset(BWindow*) {
+    fPrivate->link->SetSubset(nullptr);
     return B_OK;
 }
 

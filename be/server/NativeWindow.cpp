@@ -108,8 +108,15 @@ NativeWindow* NativeWindow::LastActive() {
     return nullptr;
 }
 
+// The only window that this one blocks; null when it blocks all, or none.
+NativeWindow* NativeWindow::_Subset() const {
+    const std::shared_ptr<WindowLink> subset = fLink.fSpec.subset.lock();
+    return subset != nullptr && fLink.fSpec.feel == B_MODAL_SUBSET_WINDOW_FEEL ? Of(*subset)
+                                                                               : nullptr;
+}
+
 void NativeWindow::ShowIt(bool takesFocus) {
-    NativeWindow* parent = LastActive();
+    NativeWindow* parent = _Subset() != nullptr ? _Subset() : LastActive();
     if (parent != this && KindOf(fLink.fSpec.look, fLink.fSpec.feel) != Qt::Window)
         setTransientParent(parent);
     setFlag(Qt::WindowDoesNotAcceptFocus, !takesFocus);
@@ -154,7 +161,10 @@ void NativeWindow::ApplyKind() {
     if (spec.feel == B_FLOATING_ALL_WINDOW_FEEL)
         kind |= Qt::WindowStaysOnTopHint;
     setFlags(kind);
-    setModality(IsModalFeel(spec.feel) ? Qt::ApplicationModal : Qt::NonModal);
+    if (_Subset() != nullptr)
+        setModality(Qt::WindowModal);
+    else
+        setModality(IsModalFeel(spec.feel) ? Qt::ApplicationModal : Qt::NonModal);
 }
 
 void NativeWindow::ApplyLimits() {

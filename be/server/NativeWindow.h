@@ -44,7 +44,8 @@ public:
     static void ApplicationCursorChanged();
     void Paint(const QRegion& exposed);
     void SetInputContext(const InputContext& context);
-    void MenuClosed(); // a native menu that had the keyboard has gone
+    void MenuClosed();                          // a native menu that had the keyboard has gone
+    bool IsBlocked() const { return fBlocked; } // a modal window keeps the input from it
 
 protected:
     bool event(QEvent* event) override;
@@ -66,6 +67,7 @@ private:
     void _InputMethodQuery(QInputMethodQueryEvent* event) const;
     void _Activated(bool active);
     void _KeepOnScreen();
+    NativeWindow* _Subset() const;
     void _SendFrame(uint32 what);
     void _StopComposing(const QString& result);
     QRegion _DeviceRegion(const QRegion& region) const;
@@ -77,6 +79,7 @@ private:
     bool fActive = false;
     bool fComposing = false;
     bool fShown = false;
+    bool fBlocked = false;
     bool fAltAlone = false; // Alt went down and nothing else happened since
     int fWidth = -1;
     int fHeight = -1;

@@ -65,6 +65,8 @@ bool NativeWindow::event(QEvent* event) {
         event->ignore();
         return true;
     }
+    case QEvent::WindowBlocked: fBlocked = true; return true;
+    case QEvent::WindowUnblocked: fBlocked = false; return true;
     case QEvent::WindowStateChange: {
         BMessage message(B_MINIMIZE);
         message.AddBool("minimize", windowStates() & Qt::WindowMinimized);

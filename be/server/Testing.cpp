@@ -184,6 +184,12 @@ void Click(BWindow* window, BPoint where, uint32 button, uint32 modifiers, int32
     MouseUp(window, where, button, modifiers);
 }
 
+bool IsBlocked(BWindow* window) {
+    bool isBlocked = false;
+    WithNative(window, [&](NativeWindow& native) { isBlocked = native.IsBlocked(); });
+    return isBlocked;
+}
+
 void Wheel(BWindow* window, BPoint where, float deltaX, float deltaY) {
     WithNative(window, [&](NativeWindow& native) {
         const QPointF local(where.x, where.y);

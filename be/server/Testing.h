@@ -55,6 +55,8 @@ void Type(BWindow* window, const char* utf8);
 void Compose(BWindow* window, const char* utf8, int32 cursorByte);
 void CommitComposition(BWindow* window, const char* utf8);
 void Activate(BWindow* window, bool active);
+// Whether a modal window keeps the user's input from it; what is sent here comes all the same.
+bool IsBlocked(BWindow* window);
 // As if the user had resized it or pressed its close button.
 void ResizeByUser(BWindow* window, float width, float height);
 void CloseByUser(BWindow* window);

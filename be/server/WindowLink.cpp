@@ -84,6 +84,13 @@ void WindowLink::SetKind(window_look look, window_feel feel, uint32 flags) {
     });
 }
 
+void WindowLink::SetSubset(const std::shared_ptr<WindowLink>& window) {
+    _WithNative([this, subset = std::weak_ptr(window)](NativeWindow& native) {
+        fSpec.subset = subset;
+        native.ApplyKind();
+    });
+}
+
 void WindowLink::Activate(bool active) {
     _WithNative([active](NativeWindow& native) {
         if (!active) {

@@ -16,6 +16,7 @@
 namespace server {
 
 class NativeWindow;
+class WindowLink;
 
 struct WindowSpec {
     std::string title;
@@ -27,6 +28,7 @@ struct WindowSpec {
     float maxWidth = 32768;
     float minHeight = 0;
     float maxHeight = 32768;
+    std::weak_ptr<WindowLink> subset = {}; // the only window that a modal one blocks
 };
 
 // What the input method is told; rectangles in the window's coordinates, offsets in UTF-16 units.
@@ -54,6 +56,7 @@ public:
     void SetFrame(BRect frame, bool moved);
     void SetLimits(float minWidth, float maxWidth, float minHeight, float maxHeight);
     void SetKind(window_look look, window_feel feel, uint32 flags);
+    void SetSubset(const std::shared_ptr<WindowLink>& window); // null: none
     void Activate(bool active);
     void Minimize(bool minimize);
     void Zoom();

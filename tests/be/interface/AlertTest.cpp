@@ -169,3 +169,21 @@ TEST(Alert, AWindowThatWaitsGoesOnBeingDrawn) {
     server::testing::Key(alert, B_ENTER);
     EXPECT_TRUE(server::testing::WaitUntil([&] { return window->fAnswer == 0; }));
 }
+
+TEST(Alert, OfASubsetKeepsTheInputFromItsWindowAlone) {
+    TestWindow<> mine;
+    TestWindow<> other;
+    mine.Show();
+    other.Show();
+    BAlert* alert = ThreeButtons();
+    EXPECT_EQ(alert->AddToSubset(mine.Get()), B_BAD_VALUE); // it still has the common feel
+    alert->SetFeel(B_MODAL_SUBSET_WINDOW_FEEL);
+    EXPECT_EQ(alert->AddToSubset(mine.Get()), B_OK);
+    AskedAlert asked(alert);
+    EXPECT_TRUE(server::testing::WaitUntil([&] { return server::testing::IsBlocked(mine.Get()); }));
+    EXPECT_FALSE(server::testing::IsBlocked(other.Get()));
+    server::testing::Key(asked.Get(), B_ENTER);
+    EXPECT_EQ(2, asked.Answer());
+    EXPECT_TRUE(
+        server::testing::WaitUntil([&] { return !server::testing::IsBlocked(mine.Get()); }));
+}

@@ -80,7 +80,9 @@ TEST(Roster, OpensUrlsAndFoldersThroughTheDesktop) {
     entry_ref folder;
     ASSERT_EQ(B_OK, get_ref_for_path("/tmp", &folder));
     EXPECT_EQ(B_OK, be_roster->Launch(&folder));
-    EXPECT_EQ((std::vector<std::string>{url, "/tmp"}), server::testing::Launches());
+    const char* const path = "/usr";
+    EXPECT_EQ(B_OK, be_roster->Launch("application/x-vnd.Be-directory", 1, &path));
+    EXPECT_EQ((std::vector<std::string>{url, "/tmp", path}), server::testing::Launches());
 }
 
 TEST(Roster, RefusesWhatItCannotOpen) {
@@ -89,6 +91,8 @@ TEST(Roster, RefusesWhatItCannotOpen) {
     const char* empty = "";
     EXPECT_EQ(B_LAUNCH_FAILED_APP_NOT_FOUND, be_roster->Launch("text/plain", 1, &url));
     EXPECT_EQ(B_BAD_VALUE, be_roster->Launch("application/x-vnd.Be.URL.http", 1, &empty));
+    const char* const missing = "/no/such/folder";
+    EXPECT_EQ(B_ENTRY_NOT_FOUND, be_roster->Launch("application/x-vnd.Be-directory", 1, &missing));
     EXPECT_EQ(B_BAD_VALUE, be_roster->Launch("application/x-vnd.Be.URL.http", 0, nullptr));
     EXPECT_EQ(B_BAD_VALUE, be_roster->Launch(static_cast<const entry_ref*>(nullptr)));
     EXPECT_TRUE(server::testing::Launches().empty());
