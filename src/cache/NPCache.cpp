@@ -1,7 +1,7 @@
 #include "cache/NPCache.h"
 
+#include "cache/Folders.h"
 #include "cache/PathNames.h"
-#include "widgets/Alerts.h"
 
 #include <FindDirectory.h>
 #include <Node.h>
@@ -19,7 +19,6 @@ namespace {
 
 constexpr const char* kRoot = "2ch/2chCache";
 constexpr const char* kUnfinished = "unfinished";
-constexpr mode_t kFolderMode = 0755;
 
 status_t BoardFolder(const char* host, const char* board, BPath* path) {
     if (!IsGoodComponent(host) || !IsGoodBoardFolder(board)) {
@@ -86,17 +85,7 @@ status_t NPCache::_MakeFolders(const char* host, const char* board) {
 }
 
 int32 NPCache::initdir(const char* path) {
-    const BDirectory folder(path);
-    const status_t status = folder.InitCheck();
-    if (status == B_OK)
-        return 0;
-    if (status != B_ENTRY_NOT_FOUND)
-        ShowAlert("%s\nにアクセスできません。", path);
-    else if (create_directory(path, kFolderMode) != B_OK)
-        ShowAlert("%s\nが作成できませんでした。", path);
-    else
-        return 0;
-    return -1;
+    return EnsureFolder(path);
 }
 
 void NPCache::_ReadModificationTime() {
