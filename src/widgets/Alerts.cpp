@@ -6,6 +6,23 @@
 #include <cstdio>
 #include <string>
 
+namespace {
+thread_local AlertOwner* sOwner = nullptr;
+}
+
+AlertOwner::AlertOwner() {
+    sOwner = this;
+}
+
+AlertOwner::~AlertOwner() {
+    sOwner = nullptr;
+}
+
+void BindAlert(BAlert* alert, BWindow* window) {
+    alert->SetFeel(B_MODAL_SUBSET_WINDOW_FEEL);
+    alert->AddToSubset(window);
+}
+
 void ShowAlert(const char* format, ...) {
     va_list arguments;
     va_start(arguments, format);
@@ -17,5 +34,12 @@ void ShowAlert(const char* format, ...) {
     va_end(arguments);
     BAlert* alert =
         new BAlert("", text.c_str(), "OK", nullptr, nullptr, B_WIDTH_AS_USUAL, B_INFO_ALERT);
+    if (sOwner != nullptr) {
+        sOwner->PresentAlert(alert);
+        return;
+    }
+    BLooper* looper = BLooper::LooperForThread(find_thread(nullptr));
+    if (BWindow* window = dynamic_cast<BWindow*>(looper))
+        BindAlert(alert, window);
     alert->Go();
 }

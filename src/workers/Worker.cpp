@@ -2,7 +2,6 @@
 
 #include "app/NPWindow.h"
 #include "net/NPHttp.h"
-#include "widgets/Alerts.h"
 
 #include <cstdarg>
 #include <cstdio>
@@ -28,7 +27,7 @@ void Worker::ShowProgress(const char* format, ...) {
     va_start(arguments, format);
     const std::string text = Format(format, arguments);
     va_end(arguments);
-    fWindow->Call([&](NPWindow* window) { window->PostProgressData(text.c_str(), 0); });
+    _Tell([&](NPWindow* window) { window->PostProgressData(text.c_str(), 0); });
 }
 
 void Worker::SetTitle(const char* format, ...) {
@@ -36,7 +35,20 @@ void Worker::SetTitle(const char* format, ...) {
     va_start(arguments, format);
     const std::string text = Format(format, arguments);
     va_end(arguments);
-    fWindow->Call([&](NPWindow* window) { window->SetTitle(text.c_str()); });
+    _Tell([&](NPWindow* window) { window->SetTitle(text.c_str()); });
+}
+
+// The window's thread stops workers: with the window locked, the answer holds.
+void Worker::_Tell(const std::function<void(NPWindow*)>& tell) {
+    fWindow->Call([&](NPWindow* window) {
+        if (!fControl->IsStopped())
+            tell(window);
+    });
+}
+
+void Worker::PresentAlert(BAlert* alert) {
+    fWindow->Call([alert](NPWindow* window) { BindAlert(alert, window); });
+    fControl->PresentAlert(alert);
 }
 
 void Worker::Complete(BMessage* message) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "widgets/Alerts.h"
 #include "workers/Jobs.h"
 
 #include <Message.h>
@@ -11,13 +12,11 @@ class NPHttp;
 enum class Progress { kGoOn, kStopped, kFailed };
 
 // What the bodies of all workers share: they report to the window through its link, look whether
-// they must stop, and say when they are done. Lives on the worker's stack.
-class Worker {
+// they must stop, and say when they are done. What one says after it was stopped is dropped, and
+// its alerts go with it. Lives on the worker's stack.
+class Worker : private AlertOwner {
 public:
     Worker(std::shared_ptr<WindowLink> window, std::shared_ptr<WorkerControl> control);
-    virtual ~Worker() = default;
-    Worker(const Worker&) = delete;
-    Worker& operator=(const Worker&) = delete;
 
 protected:
     bool MustStop() { return fControl->MustStop(); }
@@ -40,6 +39,9 @@ protected:
     Progress Exchange(NPHttp* http, uint32 completion);
 
 private:
+    void PresentAlert(BAlert* alert) override;
+    void _Tell(const std::function<void(NPWindow*)>& tell);
+
     std::shared_ptr<WindowLink> fWindow;
     std::shared_ptr<WorkerControl> fControl;
 };

@@ -2,7 +2,9 @@
 
 #include "app/Messages.h"
 
+#include <Alert.h>
 #include <Application.h>
+#include <Autolock.h>
 #include <Errors.h>
 #include <Message.h>
 
@@ -21,6 +23,23 @@ WorkerControl::~WorkerControl() {
 void WorkerControl::Stop() {
     const char stop = 1;
     write_port_etc(fPort, kStopWorker, &stop, sizeof(stop), B_RELATIVE_TIMEOUT, 0);
+    const BAutolock lock(fAlertLock);
+    fStopped = true;
+    fAlert.SendMessage(B_QUIT_REQUESTED);
+}
+
+void WorkerControl::PresentAlert(BAlert* alert) {
+    {
+        const BAutolock lock(fAlertLock);
+        if (!fStopped)
+            fAlert = BMessenger(alert);
+    }
+    if (fStopped)
+        alert->Quit();
+    else
+        alert->Go();
+    const BAutolock lock(fAlertLock);
+    fAlert = BMessenger();
 }
 
 bool WorkerControl::MustStop() {

@@ -1,8 +1,12 @@
 #pragma once
 
+#include <Locker.h>
+#include <Messenger.h>
 #include <OS.h>
 
 #include <atomic>
+
+class BAlert;
 
 // What a window and its worker share about the worker's run: the port that stops it, and the busy
 // cursor, which is given back once by whichever of them comes first. Any thread.
@@ -16,18 +20,27 @@ public:
 
     port_id Port() const { return fPort; }
 
-    // Asks the worker to stop. By the window, which then forgets the port.
+    // Asks the worker to stop; its alert, if one is open, goes. By the window, which then forgets
+    // the port.
     void Stop();
+    bool IsStopped() const { return fStopped; }
     // Whether the worker must stop; its port has then been deleted and the cursor given back.
     bool MustStop();
     // Both may be called more than once.
     void DeletePort();
     void TakeCursor();
     void ReleaseCursor();
+    // By the worker: shows the alert, which is locked, and waits for its end. No alert comes after
+    // a stop.
+    void PresentAlert(BAlert* alert);
 
 private:
     const port_id fPort;
     std::atomic<bool> fHasCursor = false;
+    std::atomic<bool> fStopped = false;
+
+    BLocker fAlertLock; // innermost
+    BMessenger fAlert;  // guarded by fAlertLock; the one that is open
 };
 
 // Asks the application for the busy cursor, or gives one request back. Any thread.
