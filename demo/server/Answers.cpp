@@ -55,6 +55,17 @@ void applyRange(const std::string& range, Answer* answer) {
         "bytes " + std::to_string(first) + "-" + std::to_string(last) + "/" + std::to_string(size);
 }
 
+// What is said of a thread that is not served where it was.
+Answer datElsewhere(const Board& board, const Thread& thread) {
+    Answer answer = notFound();
+    answer.stalls = thread.fate == Fate::kStalled;
+    if (thread.fate != Fate::kMoved && thread.fate != Fate::kMovedForGood)
+        return answer;
+    answer.status = thread.fate == Fate::kMoved ? 302 : 301;
+    answer.location = "/" + board.Folder() + "/kako/" + thread.key + ".dat";
+    return answer;
+}
+
 Answer datFile(const Thread& thread, const Question& question) {
     Answer answer = page(thread.dat, "text/plain");
     answer.modified = thread.modified;
@@ -123,7 +134,10 @@ Answer answerTo(BoardSet& boards, const Question& question) {
         std::string key = cutAtLast(&path, '/');
         Board* board = cutEnd(&path, "/dat") ? boards.Find(path) : nullptr;
         Thread* thread = board && board->Kind() == BoardKind::kDat ? board->Find(key) : nullptr;
-        return thread ? datFile(*thread, question) : notFound();
+        if (!thread)
+            return notFound();
+        return thread->fate == Fate::kServed ? datFile(*thread, question)
+                                             : datElsewhere(*board, *thread);
     }
     bool isSubject = cutEnd(&path, "/subject.txt");
     if (!isSubject && !cutEnd(&path, "/index.html"))

@@ -20,6 +20,8 @@ struct Answer {
     std::string body;
     time_t modified = 0; // 0: not said
     std::string contentRange;
+    std::string location;
+    bool stalls = false; // nothing is to be said
 };
 
 Answer answerTo(BoardSet& boards, const Question& question);

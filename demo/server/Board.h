@@ -17,11 +17,21 @@ struct Post {
     std::string body; // lines separated by "\n"
 };
 
+// What becomes of a thread's dat file when it is asked for.
+enum class Fate {
+    kServed,
+    kGone,         // 404
+    kMoved,        // 302, to the board's archive
+    kMovedForGood, // 301
+    kStalled,      // no answer
+};
+
 struct Thread {
     std::string key; // ten digits
     std::string title;
     std::string dat;
     int posts = 0;
+    Fate fate = Fate::kServed;
     time_t modified = 0; // later with every post, if need be later than the clock
 };
 

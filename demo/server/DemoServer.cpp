@@ -41,8 +41,20 @@ bool cutEnd(std::string* text, const std::string& end) {
 // held.
 template <class HttpRequest>
 void DemoServer::_Log(const HttpRequest& request, int status, size_t bytes) {
-    fRequests.push_back({request.method, pathOf(request.target), request.get_header_value("Range"),
-                         request.get_header_value("If-Modified-Since"), status, bytes});
+    const std::string path = pathOf(request.target);
+    fRequests.push_back({request.method, path, request.get_header_value("Range"),
+                         request.get_header_value("If-Modified-Since"), status, bytes,
+                         fUnderWay[path]});
+}
+
+void DemoServer::_BeginRequest(const std::string& path) {
+    std::lock_guard guard(fMutex);
+    fUnderWay[path]++;
+}
+
+void DemoServer::_EndRequest(const std::string& path) {
+    std::lock_guard guard(fMutex);
+    fUnderWay[path]--;
 }
 
 struct DemoServer::Http {
@@ -54,10 +66,15 @@ struct DemoServer::Http {
             int yes = 1;
             setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof(yes));
         });
-        server.set_pre_routing_handler([](const httplib::Request& request, httplib::Response&) {
+        server.set_pre_routing_handler([this](const httplib::Request& request, httplib::Response&) {
+            owner._BeginRequest(pathOf(request.target));
             // Ranges are applied here, not by the library: it would make a 304 with a range a 416.
             const_cast<httplib::Request&>(request).ranges.clear();
             return httplib::Server::HandlerResponse::Unhandled;
+        });
+        // Called when the answer has gone out.
+        server.set_logger([this](const httplib::Request& request, const httplib::Response&) {
+            owner._EndRequest(pathOf(request.target));
         });
         server.Get(".*", [this](const httplib::Request& request, httplib::Response& response) {
             Get(request, response);
@@ -86,13 +103,21 @@ void DemoServer::Http::Get(const httplib::Request& request, httplib::Response& r
     Question question = {pathOf(request.target), queryOf(request.target),
                          request.get_header_value("Range"),
                          parsedate(request.get_header_value("If-Modified-Since").c_str(), -1)};
-    std::lock_guard guard(owner.fMutex);
+    std::unique_lock lock(owner.fMutex);
     Answer answer = answerTo(owner.fBoards, question);
+    while (answer.stalls && !owner.fIsEnding) {
+        owner.fStalled++;
+        owner.fFateChanged.wait(lock);
+        owner.fStalled--;
+        answer = answerTo(owner.fBoards, question);
+    }
     response.status = answer.status;
     if (answer.modified > 0)
         response.set_header("Last-Modified", httpDate(answer.modified));
     if (!answer.contentRange.empty())
         response.set_header("Content-Range", answer.contentRange);
+    if (!answer.location.empty())
+        response.set_header("Location", answer.location);
     owner._Log(request, answer.status, answer.body.size());
     if (answer.status != 304)
         response.set_content(answer.body, answer.type.c_str());
@@ -152,10 +177,15 @@ std::vector<std::string> DemoServer::Keys(const std::string& board) const {
     return keys;
 }
 
+Thread* DemoServer::_Find(const std::string& board, const std::string& key) const {
+    Board* found = const_cast<BoardSet&>(fBoards).Find(board);
+    return found ? found->Find(key) : nullptr;
+}
+
 bool DemoServer::Grow(const std::string& board, const std::string& key, int posts) {
     std::lock_guard guard(fMutex);
     Board* found = fBoards.Find(board);
-    Thread* thread = found ? found->Find(key) : nullptr;
+    Thread* thread = _Find(board, key);
     for (int i = 0; thread && i < posts; i++) {
         std::string text = "新しい書きこみ " + std::to_string(thread->posts + 1) + "\n>>1 さんへ。";
         time_t now = time(nullptr);
@@ -164,10 +194,23 @@ bool DemoServer::Grow(const std::string& board, const std::string& key, int post
     return thread != nullptr;
 }
 
+bool DemoServer::SetFate(const std::string& board, const std::string& key, Fate fate) {
+    std::lock_guard guard(fMutex);
+    Thread* thread = _Find(board, key);
+    if (thread)
+        thread->fate = fate;
+    fFateChanged.notify_all();
+    return thread != nullptr;
+}
+
+int DemoServer::CountStalled() const {
+    std::lock_guard guard(fMutex);
+    return fStalled;
+}
+
 std::string DemoServer::Dat(const std::string& board, const std::string& key) const {
     std::lock_guard guard(fMutex);
-    Board* found = const_cast<BoardSet&>(fBoards).Find(board);
-    Thread* thread = found ? found->Find(key) : nullptr;
+    const Thread* thread = _Find(board, key);
     return thread ? thread->dat : "";
 }
 
@@ -198,8 +241,14 @@ bool DemoServer::Start(int port) {
 void DemoServer::Stop() {
     if (!fHttp)
         return;
+    {
+        std::lock_guard guard(fMutex);
+        fIsEnding = true;
+        fFateChanged.notify_all();
+    }
     fHttp->server.stop();
     fThread.join();
+    fIsEnding = false;
     fHttp.reset();
 }
 

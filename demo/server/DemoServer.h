@@ -1,5 +1,7 @@
 #pragma once
 
+#include <condition_variable>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -23,6 +25,7 @@ public:
         std::string ifModifiedSince;
         int status = 0;
         size_t bytes = 0; // of the body that went out
+        int together = 0; // requests under way for this path as it came, itself included
     };
 
     DemoServer();
@@ -38,6 +41,10 @@ public:
     std::vector<std::string> Keys(const std::string& board) const;
     // Appends posts to a thread, as if people had written them.
     bool Grow(const std::string& board, const std::string& key, int posts);
+    // From now on. A stalled request is answered when the thread's fate changes again, or never.
+    bool SetFate(const std::string& board, const std::string& key, Fate fate);
+    // The requests that wait for that now.
+    int CountStalled() const;
     // What the server holds of a thread and would send whole; "" for none.
     std::string Dat(const std::string& board, const std::string& key) const;
     std::string Menu() const;
@@ -59,6 +66,9 @@ private:
 
     template <class HttpRequest>
     void _Log(const HttpRequest& request, int status, size_t bytes);
+    Thread* _Find(const std::string& board, const std::string& key) const;
+    void _BeginRequest(const std::string& path);
+    void _EndRequest(const std::string& path);
 
     // Constant while it runs
     int fPort = 0;
@@ -66,7 +76,11 @@ private:
     // Guarded by fMutex
     BoardSet fBoards;
     std::vector<Request> fRequests;
+    std::map<std::string, int> fUnderWay; // requests, by path
+    int fStalled = 0;
+    bool fIsEnding = false;
 
+    std::condition_variable fFateChanged;
     std::unique_ptr<Http> fHttp;
     std::thread fThread;
 };
