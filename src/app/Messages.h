@@ -30,10 +30,23 @@ constexpr uint32 kMsgThreadComplete =
     'mTRF'; // thread workers: "port", "dat", "res_num", "last_modified"
 constexpr uint32 kMsgBoardMenuChanged = 'mUBV';
 
+// From the menu to a browser window.
+constexpr uint32 kMsgListBookmarks = 'mBMS';
+constexpr uint32 kMsgStartPatrol = 'mBMP';
+constexpr uint32 kMsgOpenBookmarkFolder = 'mBME';
+
+// Between a browser window and its patrol window.
+constexpr uint32 kMsgStepEnded = 'mBPB';   // to the patrol: the list or a visit has ended
+constexpr uint32 kMsgVisitNext = 'mBNI';   // from the patrol: "index" int32, the visits so far
+constexpr uint32 kMsgVisiting = 'mBCI';    // to the patrol: "item" pointer, "title"
+constexpr uint32 kMsgPatrolEnded = 'mBPF'; // from the patrol as it closes
+
 // From a pane's own menus and buttons to the pane.
 constexpr uint32 kMsgBoardInBrowser = 'mBOB';    // "url"
 constexpr uint32 kMsgThreadInBrowser = 'mTOB';   // "dat", "url"
 constexpr uint32 kMsgDeleteCached = 'mTDC';      // "selection" int32, "mode" int32, "dat", "url"
+constexpr uint32 kMsgAddBookmark = 'mBMA';       // "dat", "url", "title", "selection" int32
+constexpr uint32 kMsgRemoveBookmark = 'mBMD';    // "item" pointer, "dat", "url"
 constexpr uint32 kMsgReloadFromScratch = 'mRAR'; // article pane's button
 
 // From a window to its worker's port, with one byte of value 1.

@@ -94,6 +94,13 @@ void NPWindow::MessageReceived(BMessage* message) {
     case kMsgThreadSelected: ThreadSelected(message); break;
     case kMsgThreadSelectedCached: ThreadSelectedCache(message); break;
 
+    // Bookmarks and their patrol
+    case kMsgListBookmarks: _ListBookmarks(); break;
+    case kMsgOpenBookmarkFolder: OpenBookmarkFolder(); break;
+    case kMsgStartPatrol: _StartPatrol(); break;
+    case kMsgVisitNext: _VisitNext(message); break;
+    case kMsgPatrolEnded: _EndPatrol(); break;
+
     // From workers
     case kMsgBoardComplete: _BoardComplete(message); break;
     case kMsgThreadComplete: _ThreadComplete(message); break;
@@ -195,6 +202,8 @@ void NPWindow::PostProgressData(const char* text, int32 value) {
 bool NPWindow::QuitRequested() {
     _StopWorker(&fSubjectWorker);
     _StopWorker(&fArticleWorker);
+    if (fPatrolling)
+        fPatrolWindow.SendMessage(B_QUIT_REQUESTED);
     if (!fThreadOnly)
         _SaveLayout();
     be_app_messenger.SendMessage(kMsgWindowClosed);

@@ -51,6 +51,11 @@ public:
     // 0 begins a new thread list, with the board's URL as its title.
     static void addThreadItem(WindowLink* link, port_id request, int32 number, const char* title,
                               const char* count, const char* dat);
+    // Number 0, without texts, begins the list of bookmarks. The time is the cached copy's, 0
+    // without one.
+    static void addBookmarkItem(WindowLink* link, port_id request, int32 number, const char* title,
+                                const char* server, const char* board, const char* dat,
+                                const char* count, time_t modified);
     // An article without any text ends the thread.
     static void addArticleItem(WindowLink* link, port_id request, const char* title, int32 number,
                                const _ArticleOut& article);
@@ -58,6 +63,7 @@ public:
     // Thread entry points; the argument is the job, which the thread frees as it exits.
     static int32 getSubject(void* job);
     static int32 getSubjectCache(void* job);
+    static int32 getBookmark(void* job);
     static int32 getArticle(void* job);
     static int32 getArticleCache(void* job);
 
@@ -90,8 +96,18 @@ private:
     bool _FillProxy(ProxySetting* proxy) const;
     void _StopWorker(std::shared_ptr<WorkerControl>* worker);
     bool _EndWorker(std::shared_ptr<WorkerControl>* worker, const BMessage* completion);
+    void BookmarkSelected();
     void _BoardComplete(BMessage* message);
     void _ThreadComplete(BMessage* message);
+
+    // Bookmarks and their patrol
+    void _ListBookmarks();
+    void OpenBookmarkFolder();
+    void _StartPatrol();
+    void _AskPatrolForNext();
+    void _VisitNext(const BMessage* message);
+    void _Visit(class NPThreadItem* item);
+    void _EndPatrol();
 
     // Requests for new windows
     void _ForwardWithFrame(BMessage* message);
@@ -117,4 +133,7 @@ private:
     std::string fBoardName;
     std::shared_ptr<WorkerControl> fSubjectWorker; // null when there is none
     std::shared_ptr<WorkerControl> fArticleWorker;
+    BMessenger fPatrolWindow; // meaningful while patrolling
+    bool fPatrolling = false;
+    std::shared_ptr<WorkerControl> fVisit; // the patrol's last one
 };

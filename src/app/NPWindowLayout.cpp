@@ -44,6 +44,9 @@ constexpr MenuEntry kMenus[] = {
     {"ファイル", nullptr, 0, 0, Target::kWindow},
     {"ファイル", "閉じる", B_QUIT_REQUESTED, 'W', Target::kWindow},
     {"ファイル", "終了", B_QUIT_REQUESTED, 'Q', Target::kApplication},
+    {"ブックマーク", "一覧", kMsgListBookmarks, 'B', Target::kWindow},
+    {"ブックマーク", "巡回", kMsgStartPatrol, 0, Target::kWindow},
+    {"ブックマーク", "フォルダを開く", kMsgOpenBookmarkFolder, 0, Target::kWindow},
 };
 
 constexpr const char* kWidthKeys[] = {"column_no",     "column_thread",   "column_res",

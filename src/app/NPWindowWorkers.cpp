@@ -1,10 +1,12 @@
 #include "app/Messages.h"
 #include "app/NPWindow.h"
 #include "settings/SettingsFile.h"
+#include "text/Utf8Cut.h"
 #include "views/NPArticleView.h"
 #include "views/NPBoardView.h"
 #include "views/NPThreadView.h"
 #include "workers/ArticleWorkers.h"
+#include "workers/BookmarkListing.h"
 #include "workers/SubjectWorkers.h"
 #include "workers/WorkerThread.h"
 
@@ -29,15 +31,6 @@ bool FindName(const BMessage* message, const char* field, size_t longest, std::s
     return false;
 }
 
-std::string CutAtCharacter(const char* text, size_t longest) {
-    std::string cut(text);
-    size_t length = cut.size() < longest ? cut.size() : longest;
-    while (length > 0 && length < cut.size() && (cut[length] & 0xC0) == 0x80)
-        length--;
-    cut.resize(length);
-    return cut;
-}
-
 } // namespace
 
 int32 NPWindow::getSubject(void* data) {
@@ -46,6 +39,10 @@ int32 NPWindow::getSubject(void* data) {
 
 int32 NPWindow::getSubjectCache(void* data) {
     return SubjectCacheListing(TakeOverJob<SubjectJob>(data, "getSubjectCache")).Run();
+}
+
+int32 NPWindow::getBookmark(void* data) {
+    return BookmarkListing(TakeOverJob<SubjectJob>(data, "getBookmark")).Run();
 }
 
 int32 NPWindow::getArticle(void* data) {
@@ -61,6 +58,16 @@ void NPWindow::addThreadItem(WindowLink* link, port_id request, int32 number, co
     const BAutolock lock(link->ThreadListLock());
     link->Call([&](NPWindow* window) {
         window->fThreadView->addThreadItem(request, number, title, count, dat);
+    });
+}
+
+void NPWindow::addBookmarkItem(WindowLink* link, port_id request, int32 number, const char* title,
+                               const char* server, const char* board, const char* dat,
+                               const char* count, time_t modified) {
+    const BAutolock lock(link->ThreadListLock());
+    link->Call([&](NPWindow* window) {
+        window->fThreadView->addBookmarkItem(request, number, title, count, dat, server, board,
+                                             modified);
     });
 }
 
@@ -101,7 +108,7 @@ void NPWindow::BoardSelectedCache(BMessage* message) {
 void NPWindow::_StartSubject(BMessage* message, Entry entry, const char* name, bool online) {
     auto job = std::make_unique<SubjectJob>();
     BString board;
-    if (fThreadOnly || message->FindString("board", &board) != B_OK ||
+    if (fThreadOnly || fPatrolling || message->FindString("board", &board) != B_OK ||
         !FindName(message, "url", kLongestUrl, &job->url))
         return;
     if (fSubjectWorker != nullptr) {
@@ -115,6 +122,19 @@ void NPWindow::_StartSubject(BMessage* message, Entry entry, const char* name, b
         return;
     job->control = fSubjectWorker = std::make_shared<WorkerControl>("subject_port");
     if (!SpawnWorker(entry, name, &job))
+        fSubjectWorker.reset();
+}
+
+void NPWindow::BookmarkSelected() {
+    if (fSubjectWorker != nullptr) {
+        _StopWorker(&fSubjectWorker);
+        snooze(kStopTime);
+    }
+    auto job = std::make_unique<SubjectJob>();
+    fBoardName = "ブックマーク";
+    job->window = fLink;
+    job->control = fSubjectWorker = std::make_shared<WorkerControl>("subject_port");
+    if (!SpawnWorker(getBookmark, "getBookmark", &job))
         fSubjectWorker.reset();
 }
 
@@ -148,10 +168,12 @@ void NPWindow::ThreadSelectedCache(BMessage* message) {
         _StartThread(std::move(job), getArticleCache, "getArticleCache");
 }
 
-// The pane has turned to the new thread before its worker can add the first post.
+// The pane has turned to the new thread before its worker can add the first post. It keeps what it
+// shows when a bookmark is visited.
 void NPWindow::_StartThread(std::unique_ptr<ThreadJob> job, Entry entry, const char* name) {
     job->control = fArticleWorker = std::make_shared<WorkerControl>("article_port");
-    fArticleView->ShowThread(fArticleWorker->Port(), job->url.c_str(), job->dat.c_str());
+    if (!job->bookmark)
+        fArticleView->ShowThread(fArticleWorker->Port(), job->url.c_str(), job->dat.c_str());
     if (!SpawnWorker(entry, name, &job))
         fArticleWorker.reset();
 }
@@ -174,12 +196,15 @@ void NPWindow::_BoardComplete(BMessage* message) {
         return;
     PostMessage(message, fBoardView);
     PostMessage(message, fThreadView);
+    _AskPatrolForNext();
 }
 
 void NPWindow::_ThreadComplete(BMessage* message) {
-    _EndWorker(&fArticleWorker, message);
+    const bool isOwn = _EndWorker(&fArticleWorker, message);
     if (!fThreadOnly)
         PostMessage(message, fThreadView);
     else
         fParent.SendMessage(message);
+    if (isOwn)
+        _AskPatrolForNext();
 }

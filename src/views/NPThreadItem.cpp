@@ -60,6 +60,20 @@ void NPThreadItem::SetFetched(int32 gotten, time_t modified, thread_status state
     SetColumnContent(kColumnState, stateIcon);
 }
 
+void NPThreadItem::SetVisited(int32 gotten, time_t modified, const BBitmap* newPostsIcon) {
+    if (gotten > fGotten)
+        SetColumnContent(kColumnState, newPostsIcon);
+    fCached = true;
+    fGotten = gotten;
+    fModified = modified;
+    _ShowCounts();
+}
+
+void NPThreadItem::SetMark(const BBitmap* markIcon) {
+    fMarked = markIcon != nullptr;
+    SetColumnContent(kColumnMark, markIcon);
+}
+
 void NPThreadItem::SetNotFetched(const BBitmap* stateIcon) {
     fCached = false;
     fGotten = 0;

@@ -46,7 +46,11 @@ public:
 
     // What a finished download knows of the cached copy.
     void SetFetched(int32 gotten, time_t modified, thread_status state, const BBitmap* stateIcon);
+    // The same after a patrol's visit: new posts change the icon, not the state that rows sort by.
+    void SetVisited(int32 gotten, time_t modified, const BBitmap* newPostsIcon);
     void SetNotFetched(const BBitmap* stateIcon);
+    // Null takes the mark away.
+    void SetMark(const BBitmap* markIcon);
     void SetUrl(const char* url) { fUrl = url; }
 
     // The thread's own board; empty in a board's list.
@@ -68,7 +72,7 @@ private:
     std::string fUrl;
     thread_status fState;
     bool fCached;
-    const bool fMarked;
+    bool fMarked;
     int32 fGotten;
     time_t fModified;
 };

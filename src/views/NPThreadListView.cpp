@@ -2,6 +2,7 @@
 
 #include "app/Messages.h"
 #include "app/NPWindow.h"
+#include "cache/NPBookmark.h"
 #include "cache/NPCache.h"
 #include "cache/PathNames.h"
 #include "net/ThreadAddress.h"
@@ -17,7 +18,7 @@
 
 NPThreadListView::NPThreadListView(BRect frame)
     : ClickListView(frame, "thread list", Hierarchy::kFlat),
-      fNotFetchedIcon(MakeIcon(Icon::kThreadNotFetched)) {
+      fNotFetchedIcon(MakeIcon(Icon::kThreadNotFetched)), fBookmarkIcon(MakeIcon(Icon::kBookmark)) {
     SetSortFunction(NPThreadItem::CompareItems);
     const uint32 sorts = CLVColumn::kSortable;
     const uint32 fixed = CLVColumn::kSortable | CLVColumn::kNotResizable;
@@ -72,6 +73,8 @@ void NPThreadListView::ColumnWidthChanged(int32 column, float width) {
 void NPThreadListView::MessageReceived(BMessage* message) {
     switch (message->what) {
     case kMsgThreadInBrowser: _OpenInBrowser(message); break;
+    case kMsgAddBookmark: _AddBookmark(message); break;
+    case kMsgRemoveBookmark: _RemoveBookmark(message); break;
     case kMsgDeleteCached: _DeleteCached(message); break;
     default: ClickListView::MessageReceived(message);
     }
@@ -131,6 +134,41 @@ void NPThreadListView::_DeleteCached(const BMessage* message) {
     InvalidateItem(item);
 }
 
+void NPThreadListView::_AddBookmark(const BMessage* message) {
+    BString dat;
+    BString url;
+    BString title;
+    int32 selection = -1;
+    if (message->FindString("dat", &dat) != B_OK || message->FindString("url", &url) != B_OK ||
+        message->FindString("title", &title) != B_OK ||
+        message->FindInt32("selection", &selection) != B_OK)
+        return;
+    NPThreadItem* item = _FindThread(dat.String(), url.String());
+    if (item == nullptr || NPBookmark::Make(url.String(), dat.String(), title.String()) != B_OK)
+        return;
+    item->SetMark(fBookmarkIcon.get());
+    InvalidateItem(item);
+}
+
+// The row stays, as its number does, but without its mark.
+void NPThreadListView::_RemoveBookmark(const BMessage* message) {
+    void* row = nullptr;
+    BString dat;
+    BString url;
+    message->FindString("dat", &dat);
+    message->FindString("url", &url);
+    const NPUrl parsed(url.String());
+    if (fMode != kBookmarkList || message->FindPointer("item", &row) != B_OK)
+        return;
+    NPThreadItem* item = static_cast<NPThreadItem*>(row);
+    const bool stands = FullListIndexOf(item) >= 0 && dat == item->Dat() && url == item->Url();
+    if (!stands || parsed.Status() != 0 ||
+        NPBookmark::RemovePlain(parsed.Host(), parsed.Board(), dat.String()) != B_OK)
+        return;
+    item->SetMark(nullptr);
+    InvalidateItem(item);
+}
+
 BMenuItem* NPThreadListView::_Entry(const char* label, uint32 code, int32 index) {
     BMessage* message = new BMessage(code);
     AddItemData(message, *ThreadAt(index));
@@ -140,7 +178,22 @@ BMenuItem* NPThreadListView::_Entry(const char* label, uint32 code, int32 index)
         message->AddInt32("selection", index);
         message->AddInt32("mode", fMode);
     }
+    if (code == kMsgAddBookmark) {
+        message->AddString("title", ThreadAt(index)->ColumnText(kColumnTitle));
+        message->AddInt32("selection", index);
+    }
+    if (code == kMsgRemoveBookmark)
+        message->AddPointer("item", ThreadAt(index));
     return new BMenuItem(label, message);
+}
+
+// Null in a list that offers none.
+BMenuItem* NPThreadListView::_BookmarkEntry(int32 index) {
+    if (fMode == kBoardList)
+        return _Entry("ブックマークに追加", kMsgAddBookmark, index);
+    if (fMode == kBookmarkList)
+        return _Entry("ブックマークを消去", kMsgRemoveBookmark, index);
+    return nullptr;
 }
 
 void NPThreadListView::OpenPopUpMenu(int32 index, BPoint screen) {
@@ -159,12 +212,18 @@ void NPThreadListView::OpenPopUpMenu(int32 index, BPoint screen) {
     BMenuItem* browser = _Entry("Webブラウザで開く", kMsgThreadInBrowser, index);
     menu->AddItem(browser);
     menu->AddSeparatorItem();
+    BMenuItem* bookmark = _BookmarkEntry(index);
+    if (bookmark != nullptr)
+        menu->AddItem(bookmark);
+    menu->AddSeparatorItem();
     BMenuItem* remove = _Entry("キャッシュを消去", kMsgDeleteCached, index);
     remove->SetEnabled(item->IsCached());
     menu->AddItem(remove);
     inWindow->SetTargetForItems(Window());
     menu->SetTargetForItems(Window());
     browser->SetTarget(this);
+    if (bookmark != nullptr)
+        bookmark->SetTarget(this);
     remove->SetTarget(this);
     ShowMenu(menu, screen);
 }

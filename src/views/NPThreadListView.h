@@ -51,11 +51,15 @@ private:
     void SendThreadSelectMessage(int32 index);
     void _OpenInBrowser(const BMessage* message);
     void _DeleteCached(const BMessage* message);
+    void _AddBookmark(const BMessage* message);
+    void _RemoveBookmark(const BMessage* message);
     NPThreadItem* _FindThread(const char* dat, const char* url);
     class BMenuItem* _Entry(const char* label, uint32 code, int32 index);
+    class BMenuItem* _BookmarkEntry(int32 index);
 
     std::string fUrl;
     NPUrl fParsedUrl;
     int32 fMode = kBoardList;
     std::unique_ptr<BBitmap> fNotFetchedIcon;
+    std::unique_ptr<BBitmap> fBookmarkIcon;
 };

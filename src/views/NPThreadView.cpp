@@ -2,16 +2,15 @@
 
 #include "app/Messages.h"
 #include "app/NPWindow.h"
+#include "cache/NPBookmark.h"
 #include "cache/NPCache.h"
 #include "text/html.h"
 #include "views/Icons.h"
 #include "widgets/CLVContainerView.h"
 
 #include <Directory.h>
-#include <FindDirectory.h>
 #include <InterfaceDefs.h>
 #include <Message.h>
-#include <Path.h>
 #include <parsedate.h>
 
 #include <algorithm>
@@ -25,13 +24,19 @@ namespace {
 constexpr int32 kWidthColumns[] = {kColumnNumber, kColumnTitle,    kColumnRes,
                                    kColumnGotten, kColumnModified, kColumnDat};
 
-status_t OpenBookmarkFolder(BDirectory* folder) {
-    BPath path;
-    status_t status = find_directory(B_USER_SETTINGS_DIRECTORY, &path);
-    if (status == B_OK)
-        status = path.Append("2ch/2chBookmark");
-    return status == B_OK ? folder->SetTo(path.Path()) : status;
-}
+// What a finished download tells of a thread.
+struct Refresh {
+    BString dat;
+    BString modified;
+    int32 count = 0;
+
+    bool Find(const BMessage* message) {
+        return message->FindString("dat", &dat) == B_OK &&
+               message->FindString("last_modified", &modified) == B_OK &&
+               message->FindInt32("res_num", &count) == B_OK;
+    }
+    time_t Time() const { return parsedate(modified.String(), -1); }
+};
 
 } // namespace
 
@@ -57,7 +62,7 @@ void NPThreadView::addThreadItem(port_id request, int32 number, const char* titl
                                  const char* count, const char* dat) {
     if (number == 0) {
         BDirectory bookmarks;
-        fHasBookmarks = OpenBookmarkFolder(&bookmarks) == B_OK;
+        fHasBookmarks = NPBookmark::GetBookmarkDirectory(&bookmarks) == B_OK;
         fList->ClearAllItems();
         fList->SetUrl(title);
         fList->SetMode(NPThreadListView::kBoardList);
@@ -84,6 +89,33 @@ void NPThreadView::addThreadItem(port_id request, int32 number, const char* titl
     fList->AddItem(new NPThreadItem(info));
 }
 
+void NPThreadView::addBookmarkItem(port_id request, int32 number, const char* title,
+                                   const char* count, const char* dat, const char* server,
+                                   const char* board, time_t modified) {
+    if (number == 0) {
+        fList->ClearAllItems();
+        fList->SetMode(NPThreadListView::kBookmarkList);
+        fRequest = request;
+        return;
+    }
+    if (request != fRequest)
+        return;
+    NPThreadItem::Info info;
+    info.number = number;
+    info.title = title;
+    info.res = count;
+    info.dat = dat;
+    info.markIcon = fBookmarkIcon.get();
+    info.gotten = static_cast<int32>(strtol(count, nullptr, 10));
+    info.modified = modified;
+    info.cached = info.gotten != 0 || modified != 0;
+    info.state = info.cached ? kCached : kNotFetched;
+    info.stateIcon = _StateIcon(info.state);
+    NPThreadItem* item = new NPThreadItem(info);
+    item->SetUrl(("http://" + std::string(server) + "/" + board + "/index.html").c_str());
+    fList->AddItem(item);
+}
+
 bool NPThreadView::FindDat(const char* dat, int32* gotten, time_t* modified) const {
     const NPUrl& url = fList->ParsedUrl();
     if (url.Status() != 0)
@@ -105,11 +137,8 @@ bool NPThreadView::FindDat(const char* dat, int32* gotten, time_t* modified) con
 
 bool NPThreadView::IsBookmarked(const char* dat) const {
     const NPUrl& url = fList->ParsedUrl();
-    BDirectory folder;
-    if (!fHasBookmarks || url.Status() != 0 || OpenBookmarkFolder(&folder) != B_OK)
-        return false;
-    const std::string name = std::string(url.Host()) + "." + url.Board() + "." + dat;
-    return folder.Contains(name.c_str());
+    return fHasBookmarks && url.Status() == 0 &&
+           NPBookmark::HoldsPlain(url.Host(), url.Board(), dat);
 }
 
 void NPThreadView::SelectItem(int32 index) {
@@ -139,6 +168,13 @@ NPThreadItem* NPThreadView::GetNextNumber(int32 number) {
     return nullptr;
 }
 
+std::vector<int32> NPThreadView::BookmarkNumbers() {
+    std::vector<int32> numbers;
+    for (int32 i = 0; fList->Mode() == NPThreadListView::kBookmarkList && i < CountItems(); i++)
+        numbers.push_back(fList->ThreadAt(i)->Number());
+    return numbers;
+}
+
 void NPThreadView::GetColumnWidth(float* widths) const {
     for (const int32 column : kWidthColumns)
         *widths++ = fList->ColumnWidth(column);
@@ -152,7 +188,7 @@ void NPThreadView::SetColumnWidth(const float* widths) {
 void NPThreadView::MessageReceived(BMessage* message) {
     bool sorts = false;
     switch (message->what) {
-    case kMsgThreadComplete: ChangeState(message); break;
+    case kMsgThreadComplete: _Refresh(message); break;
     case kMsgBoardComplete:
         if (message->FindBool("sort_modification", &sorts) == B_OK && sorts)
             _SortByModification();
@@ -161,19 +197,37 @@ void NPThreadView::MessageReceived(BMessage* message) {
     }
 }
 
+void NPThreadView::_Refresh(const BMessage* message) {
+    bool bookmark = false;
+    if (message->FindBool("bookmark", &bookmark) == B_OK && bookmark)
+        ChangeStateBookmark(message);
+    else
+        ChangeState(message);
+}
+
 void NPThreadView::ChangeState(const BMessage* message) {
-    BString dat;
-    BString modified;
-    int32 count = 0;
-    if (message->FindString("dat", &dat) != B_OK ||
-        message->FindString("last_modified", &modified) != B_OK ||
-        message->FindInt32("res_num", &count) != B_OK)
+    Refresh refresh;
+    if (!refresh.Find(message))
         return;
     for (int32 i = 0; i < CountItems(); i++) {
         NPThreadItem* item = fList->ThreadAt(i);
-        if (dat != item->Dat())
+        if (refresh.dat != item->Dat())
             continue;
-        item->SetFetched(count, parsedate(modified.String(), -1), kRead, _StateIcon(kRead));
+        item->SetFetched(refresh.count, refresh.Time(), kRead, _StateIcon(kRead));
+        fList->InvalidateItem(item);
+    }
+}
+
+void NPThreadView::ChangeStateBookmark(const BMessage* message) {
+    Refresh refresh;
+    BString board;
+    if (!refresh.Find(message) || message->FindString("board", &board) != B_OK)
+        return;
+    for (int32 i = 0; i < CountItems(); i++) {
+        NPThreadItem* item = fList->ThreadAt(i);
+        if (refresh.dat != item->Dat() || strstr(item->Url(), board.String()) == nullptr)
+            continue;
+        item->SetVisited(refresh.count, refresh.Time(), _StateIcon(kNewPosts));
         fList->InvalidateItem(item);
     }
 }

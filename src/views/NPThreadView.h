@@ -5,7 +5,9 @@
 #include <OS.h>
 #include <View.h>
 
+#include <ctime>
 #include <memory>
+#include <vector>
 
 // The thread pane: holds the thread list and fills it with what the workers bring. Everything needs
 // the window locked.
@@ -17,6 +19,11 @@ public:
     // request adds from then on is dropped.
     void addThreadItem(port_id request, int32 number, const char* title, const char* count,
                        const char* dat);
+
+    // The same for the bookmarks of all boards; the number of cached posts is the count's. The time
+    // is the cached copy's, 0 without one.
+    void addBookmarkItem(port_id request, int32 number, const char* title, const char* count,
+                         const char* dat, const char* server, const char* board, time_t modified);
 
     // Whether a thread of the listed board has a usable cached copy, with the number of its posts
     // and its time. Creates nothing; removes an empty copy.
@@ -31,6 +38,8 @@ public:
     void SelectNumber(int32 number);
     int32 MaxNumber();
     NPThreadItem* GetNextNumber(int32 number);
+    // The numbers of the bookmarks as they stand; none while a board is listed.
+    std::vector<int32> BookmarkNumbers();
 
     void SetMode(int32 mode) { fList->SetMode(mode); }
     void SetClickMode(click_mode mode) { fList->SetClickMode(mode); }
@@ -47,7 +56,9 @@ public:
     void MessageReceived(BMessage* message) override;
 
 private:
+    void _Refresh(const BMessage* message);
     void ChangeState(const BMessage* message);
+    void ChangeStateBookmark(const BMessage* message);
     void _SortByModification();
     const BBitmap* _StateIcon(thread_status state) const { return fStateIcons[state].get(); }
 
