@@ -35,6 +35,13 @@ std::string WaitForAlert() {
     return text;
 }
 
+int CountAlerts() {
+    int count = 0;
+    for (int32 i = 0; i < be_app->CountWindows(); i++)
+        count += dynamic_cast<BAlert*>(be_app->WindowAt(i)) != nullptr;
+    return count;
+}
+
 void DismissAlert() {
     BMessenger messenger;
     WithAlert([&](BAlert* alert) { messenger = BMessenger(alert); });
