@@ -98,25 +98,29 @@ status_t SettingsFile::Load() {
         return fStatus;
     const BAutolock lock(fLock);
     BFile file(fPath.Path(), B_READ_ONLY);
-    status_t status = file.InitCheck();
-    if (status == B_ENTRY_NOT_FOUND)
-        return status;
-    if (status == B_OK)
-        status = file.Lock();
-    const bool locked = status == B_OK;
-    if (locked)
-        status = Unflatten(&file);
+    if (file.InitCheck() == B_ENTRY_NOT_FOUND)
+        return B_ENTRY_NOT_FOUND;
+    const status_t status = _Read(&file);
     fBroken = status != B_OK;
     if (fBroken) {
         MakeEmpty();
         fprintf(stderr, "settings: %s can't be understood; starting with the defaults\n",
                 fPath.Path());
-    } else {
-        status = ApplyAttributes(&file, this);
+        return status;
     }
-    if (locked)
-        file.Unlock();
-    return status;
+    const status_t applied = ApplyAttributes(&file, this);
+    file.Unlock();
+    if (applied != B_OK)
+        fprintf(stderr, "settings: an attribute of %s fits no setting\n", fPath.Path());
+    return applied;
+}
+
+// Leaves the file locked, if it could be read.
+status_t SettingsFile::_Read(BFile* file) {
+    status_t status = file->InitCheck();
+    if (status == B_OK)
+        status = file->Lock();
+    return status == B_OK ? Unflatten(file) : status;
 }
 
 status_t SettingsFile::_Write(BFile* file) const {

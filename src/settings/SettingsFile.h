@@ -26,8 +26,8 @@ public:
     // Whether the path could be formed.
     status_t InitCheck() const { return fStatus; }
 
-    // Replaces the content with the file's. A file that can't be understood empties the message; it
-    // is then kept under another name by the next Save.
+    // Replaces the content with the file's. A file that can't be read or understood empties the
+    // message; it is then kept under another name by the next Save.
     status_t Load();
     // Replaces the file as a whole: a crash or a full disk leaves the old one.
     status_t Save() const;
@@ -54,6 +54,7 @@ public:
 private:
     status_t _MakePath(const char* name, const char* folder, int32 which);
     status_t _ReplaceFile(const char* path) const;
+    status_t _Read(BFile* file);
     status_t _Write(BFile* file) const;
     status_t _SetBrokenAside(const char* path) const;
 
