@@ -48,6 +48,9 @@ constexpr uint32 kMsgDeleteCached = 'mTDC';      // "selection" int32, "mode" in
 constexpr uint32 kMsgAddBookmark = 'mBMA';       // "dat", "url", "title", "selection" int32
 constexpr uint32 kMsgRemoveBookmark = 'mBMD';    // "item" pointer, "dat", "url"
 constexpr uint32 kMsgReloadFromScratch = 'mRAR'; // article pane's button
+constexpr uint32 kMsgCopyRange = 'mCTC';         // "start", "finish" int32: offsets, both included
+constexpr uint32 kMsgSearchWeb = 'mGGS';         // "start", "finish" int32 (behind it), "ja" bool
+constexpr uint32 kMsgJumpToPost = 'mJSL';        // "jump" int32: a post's number
 
 // From a window to its worker's port, with one byte of value 1.
 constexpr int32 kStopWorker = 'pMQT';

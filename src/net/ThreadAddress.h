@@ -1,8 +1,16 @@
 #pragma once
 
+#include <SupportDefs.h>
+
 #include <string>
 
 // A thread's address in the web browser, from its board's URL and its dat name: the read.cgi that
 // serves it depends on whether the dat name contains "cgi". Empty when the URL is no board address
 // or the dat name has no ".".
 std::string MakeThreadAddress(const char* url, const char* dat);
+
+// The way back: whether an address leads to a thread through a server's read.cgi, with its parts in
+// the query ("?bbs=BOARD&key=KEY", in upper or lower case) or in the path ("/BOARD/KEY/"). Only
+// then the three buffers, each of `maxLen` bytes, are filled. A part that does not fit its buffer
+// with its terminator, or could not be a name in a path, makes it no thread.
+bool Is2ch(const char* url, char* host, char* board, char* key, int32 maxLen);

@@ -8,7 +8,6 @@
 
 namespace {
 
-constexpr rgb_color kBackground = {239, 239, 239, 0};
 constexpr rgb_color kText = {0, 0, 0, 0};
 constexpr rgb_color kName = {34, 139, 34, 0};
 constexpr rgb_color kMail = {34, 34, 239, 0};
@@ -88,14 +87,15 @@ private:
 };
 
 NPTextView::NPTextView(BRect frame, BRect textRect)
-    : BTextView(frame, "article", textRect, B_FOLLOW_ALL_SIDES,
-                B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE) {}
+    : LinkTextView(frame, "article", textRect, B_FOLLOW_ALL_SIDES,
+                   B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE) {}
+
+NPTextView::~NPTextView() {
+    fPopUps.CloseAll();
+}
 
 void NPTextView::AttachedToWindow() {
-    BTextView::AttachedToWindow();
-    SetViewColor(kBackground);
-    MakeEditable(false);
-    SetStylable(true);
+    LinkTextView::AttachedToWindow();
     GetFontAndColor(0, &fFont);
     NPWindow* window = dynamic_cast<NPWindow*>(Window());
     char family[64] = "";
@@ -115,10 +115,11 @@ void NPTextView::SetArticleFont(const char* family, const char* style, float siz
 }
 
 void NPTextView::FrameResized(float width, float height) {
+    _ClosePopUps();
     BRect rect = TextRect();
     rect.right = rect.left + width - 2 * rect.left;
     SetTextRect(rect);
-    BTextView::FrameResized(width, height);
+    LinkTextView::FrameResized(width, height);
 }
 
 void NPTextView::_Append(const Piece& piece) {
@@ -217,6 +218,7 @@ void NPTextView::clearList() {
 }
 
 void NPTextView::clearText() {
+    _ClosePopUps();
     Delete(0, TextLength());
     clearList();
     fArticleCount = 0;

@@ -1,29 +1,35 @@
 #pragma once
 
+#include "views/LinkTextView.h"
+#include "views/PopUpStack.h"
+
 #include <String.h>
-#include <TextView.h>
 
 #include <string>
+#include <string_view>
 #include <vector>
+
+class BPopUpMenu;
 
 // Shows a thread's posts one after another, read-only, and knows which post, URL or reference
 // stands at an offset. A post comes in five calls: addNumItem, addNameItem, addMailItem,
-// addDateItem, addArticleItem. Offsets are bytes of the text. The window's thread, or with its
-// looper locked.
-class NPTextView : public BTextView {
+// addDateItem, addArticleItem. A click on a URL opens its thread or the browser, one on a reference
+// shows the posts in a pop-up, the secondary button opens a menu. Offsets are bytes of the text.
+// The window's thread, or with its looper locked.
+class NPTextView : public LinkTextView {
 public:
-    // A link in the text: a URL (always from "http" on) or a reference such as ">>12". `start` is
-    // one less than its first byte's offset, `end` the offset behind it.
-    struct Link {
-        int32 start;
-        int32 end;
-        std::string text;
-    };
-
     NPTextView(BRect frame, BRect textRect);
+    ~NPTextView() override;
 
     void AttachedToWindow() override;
     void FrameResized(float width, float height) override;
+    void MouseDown(BPoint where) override;
+    void KeyDown(const char* bytes, int32 numBytes) override;
+    void MessageReceived(BMessage* message) override;
+    void MakeFocus(bool focused = true) override;
+    void WindowActivated(bool active) override;
+    using LinkTextView::ScrollTo;
+    void ScrollTo(BPoint where) override;
 
     void addNumItem(int32 number);
     void addNameItem(const char* name);
@@ -50,8 +56,16 @@ public:
     // pages decide likewise what is a link.
     static int32 FindUrl(const BString& text);
 
-    const std::vector<Link>& Urls() const { return fUrls; }
-    const std::vector<Link>& References() const { return fReferences; }
+    // Opens the pop-up of the reference at a point of the view, if there is one.
+    void showPopUpWindow(BPoint where);
+    // Fills the context menu for what stands at an offset.
+    void GetRightClickMenu(BPopUpMenu* menu, int32 offset);
+    // The address that searches the web for an encoded query: 0 and a string that the caller frees,
+    // or −1.
+    static int32 GetUrlForGoogle(char** out, const char* query, bool japaneseOnly);
+
+protected:
+    void AnchorPointed(bool isOn) override;
 
 private:
     struct ArticleStart {
@@ -66,9 +80,24 @@ private:
     void _AppendLabelled(const char* label, const char* text, rgb_color color);
     bool _AppendNextLink(std::string_view* rest, Piece* piece);
 
+    // Links and pop-ups
+    void _FollowUrl(const char* url);
+    void _OpenPopUp(const char* anchor, BPoint screen, int32 opener);
+    void _ClosePopUps();
+    void _PopUpClicked(const BMessage* message);
+    void _PopUpGone(const BMessage* message);
+
+    // The context menu and its commands
+    void _OpenMenu(BPoint where, BPoint screen);
+    void _OpenMenuByKey();
+    void _AddSearchMenu(BPopUpMenu* menu);
+    void _SearchWeb(const BMessage* message);
+    void _JumpTo(const BMessage* message);
+    void _CopyRange(const BMessage* message);
+    bool _HandleKey(char byte);
+
     int32 fArticleCount = 0;
     std::vector<ArticleStart> fArticles;
-    std::vector<Link> fUrls;
-    std::vector<Link> fReferences;
+    PopUpStack fPopUps;
     BFont fFont; // the text's, as it stands at offset 0
 };

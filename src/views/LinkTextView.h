@@ -1,0 +1,49 @@
+#pragma once
+
+#include <TextView.h>
+
+#include <string>
+#include <vector>
+
+// A text with links in it that the pointer's shape shows: the article's, and its pop-ups'. What a
+// click does is its subclasses' business. Offsets are bytes of the text. The window's thread, or
+// with its looper locked.
+class LinkTextView : public BTextView {
+public:
+    // A link in the text: a URL (always from "http" on) or a reference such as ">>12". `start` is
+    // one less than its first byte's offset, `end` the offset behind it.
+    struct Link {
+        int32 start;
+        int32 end;
+        std::string text;
+    };
+
+    using BTextView::BTextView;
+
+    void AttachedToWindow() override;
+    void MouseMoved(BPoint where, uint32 transit, const BMessage* dragMessage) override;
+
+    const std::vector<Link>& Urls() const { return fUrls; }
+    const std::vector<Link>& References() const { return fReferences; }
+
+    // The link of one of the two tables with start < offset < end; null without one.
+    static const Link* LinkAt(const std::vector<Link>& links, int32 offset);
+
+protected:
+    // The pointer has come to, stays on or has left the reference from which a pop-up was opened.
+    virtual void AnchorPointed(bool isOn) = 0;
+    // From now on this reference is the one that AnchorPointed tells of.
+    void SetAnchor(const Link& reference);
+
+    // Both in the order of the text; links do not overlap.
+    std::vector<Link> fUrls;
+    std::vector<Link> fReferences;
+
+private:
+    static constexpr int32 kNoAnchor = -2; // a link's `start` may be −1
+
+    void _ShowShape(bool isLink);
+
+    int32 fAnchor = kNoAnchor; // `start` of the reference
+    bool fShowsHand = false;
+};

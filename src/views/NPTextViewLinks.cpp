@@ -1,0 +1,152 @@
+// Clicks in the article: threads, the browser, pop-ups.
+#include "views/NPTextView.h"
+
+#include "app/Messages.h"
+#include "net/ThreadAddress.h"
+#include "views/NPStringView.h"
+#include "views/PopUpMessages.h"
+#include "views/PopUpPlace.h"
+#include "views/PopUpTextView.h"
+#include "views/PopUpWindow.h"
+#include "views/ReferenceRange.h"
+
+#include <Message.h>
+#include <Messenger.h>
+#include <Screen.h>
+#include <ScrollBar.h>
+
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+constexpr int32 kLongestPart = 64; // of a thread's address, with its terminator
+
+} // namespace
+
+void NPTextView::MouseDown(BPoint where) {
+    BPoint point;
+    uint32 buttons = 0;
+    int32 clicks = 1;
+    GetMouse(&point, &buttons);
+    if (const BMessage* message = Window()->CurrentMessage())
+        message->FindInt32("clicks", &clicks);
+    _ClosePopUps();
+    // While a pop-up is open, clicks on the window's other views are told here too.
+    if (!Bounds().Contains(where))
+        return;
+    // The second press of a double click selects a word; the first has opened the link.
+    if ((buttons & B_PRIMARY_MOUSE_BUTTON) != 0 && clicks <= 1) {
+        if (const Link* url = LinkAt(fUrls, OffsetAt(where)))
+            _FollowUrl(url->text.c_str());
+        else
+            showPopUpWindow(where);
+    }
+    if ((buttons & B_SECONDARY_MOUSE_BUTTON) == 0)
+        LinkTextView::MouseDown(where);
+    else
+        _OpenMenu(where, ConvertToScreen(where));
+}
+
+void NPTextView::_FollowUrl(const char* url) {
+    char host[kLongestPart];
+    char board[kLongestPart];
+    char key[kLongestPart];
+    if (!Is2ch(url, host, board, key, kLongestPart)) {
+        OpenInBrowser(url);
+        return;
+    }
+    BMessage open(kMsgThreadInWindow);
+    open.AddString("url", (std::string("http://") + host + "/" + board + "/index.html").c_str());
+    open.AddString("dat", (std::string(key) + ".dat").c_str());
+    open.AddString("title", url);
+    open.AddBool("no_parent", true);
+    Window()->PostMessage(&open);
+    fprintf(stderr, "host: %s bbs: %s key: %s\n", host, board, key);
+}
+
+void NPTextView::showPopUpWindow(BPoint where) {
+    const Link* reference = LinkAt(fReferences, OffsetAt(where));
+    if (reference == nullptr)
+        return;
+    SetAnchor(*reference);
+    _OpenPopUp(reference->text.c_str(), ConvertToScreen(where), PopUpStack::kText);
+}
+
+// A reference to the last post opens nothing: its end is known by the post behind it.
+void NPTextView::_OpenPopUp(const char* anchor, BPoint screen, int32 opener) {
+    ReferenceRange range;
+    if (!ParseReference(anchor, &range))
+        return;
+    const int32 start = ArticleAt(range.first);
+    const int32 end = ArticleAt(range.last + 1) - 1;
+    if (start < 0 || end <= start)
+        return;
+    auto text = std::make_unique<PopUpTextView>(*this, start, end);
+    const BRect whole = BScreen(Window()).Frame();
+    const float width = text->PreferredWidth();
+    const float height = text->PreferredHeight();
+    PopUpPlace place = PlacePopUp(screen, width, height, whole);
+    if (place.isClipped)
+        place = PlacePopUp(screen, width + B_V_SCROLL_BAR_WIDTH + 1, height, whole);
+    const int32 id = fPopUps.NextId();
+    PopUpWindow* window =
+        new PopUpWindow(place.frame, text.release(), place.isClipped, BMessenger(this), id);
+    const BMessenger messenger(window);
+    window->Show();
+    fPopUps.Push(opener, id, messenger);
+    // Clicks anywhere in the window close it.
+    SetEventMask(B_POINTER_EVENTS);
+}
+
+void NPTextView::_ClosePopUps() {
+    if (fPopUps.IsEmpty())
+        return;
+    fPopUps.CloseAll();
+    SetEventMask(0);
+}
+
+void NPTextView::_PopUpClicked(const BMessage* message) {
+    int32 id = -1;
+    BPoint where;
+    const char* text = nullptr;
+    if (message->FindInt32("id", &id) != B_OK || message->FindPoint("where", &where) != B_OK ||
+        !fPopUps.Holds(id))
+        return;
+    fPopUps.CloseAbove(id);
+    if (message->FindString("url", &text) == B_OK)
+        _FollowUrl(text);
+    else if (message->FindString("reference", &text) == B_OK)
+        _OpenPopUp(text, where, id);
+}
+
+void NPTextView::_PopUpGone(const BMessage* message) {
+    int32 id = -1;
+    if (message->FindInt32("id", &id) != B_OK)
+        return;
+    fPopUps.HasClosed(id);
+    if (fPopUps.IsEmpty())
+        SetEventMask(0);
+}
+
+void NPTextView::AnchorPointed(bool isOn) {
+    fPopUps.AnchorPointed(isOn);
+}
+
+void NPTextView::MakeFocus(bool focused) {
+    if (!focused)
+        _ClosePopUps();
+    LinkTextView::MakeFocus(focused);
+}
+
+void NPTextView::WindowActivated(bool active) {
+    if (!active)
+        _ClosePopUps();
+    LinkTextView::WindowActivated(active);
+}
+
+void NPTextView::ScrollTo(BPoint where) {
+    if (where != Bounds().LeftTop())
+        _ClosePopUps();
+    LinkTextView::ScrollTo(where);
+}

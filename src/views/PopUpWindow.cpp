@@ -1,0 +1,91 @@
+#include "views/PopUpWindow.h"
+
+#include "views/PopUpMessages.h"
+#include "views/PopUpScrollView.h"
+#include "views/PopUpTextView.h"
+
+#include <AppDefs.h>
+#include <Message.h>
+#include <ScrollBar.h>
+
+namespace {
+
+constexpr float kWheelStep = 30;        // pixels a notch
+constexpr bigtime_t kPatience = 300000; // microseconds for the way from the reference to the pop-up
+
+constexpr uint32 kFlags = B_NOT_MOVABLE | B_NOT_RESIZABLE | B_NOT_ZOOMABLE | B_NOT_MINIMIZABLE |
+                          B_AVOID_FOCUS | B_WILL_ACCEPT_FIRST_CLICK;
+
+} // namespace
+
+PopUpWindow::PopUpWindow(BRect frame, PopUpTextView* text, bool scrolls, const BMessenger& article,
+                         int32 id)
+    : BWindow(frame, "", B_BORDERED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, kFlags), fScrolls(scrolls),
+      fArticle(article), fId(id), fText(text) {
+    SetPulseRate(0);
+    text->SetOwner(article, id);
+    PopUpScrollView* view = new PopUpScrollView(text, scrolls);
+    AddChild(view);
+    view->ResizeTo(Bounds().Width(), Bounds().Height());
+    // Its text and its scroll bar lie over it: it hears of the pointer wherever that is.
+    view->SetEventMask(B_POINTER_EVENTS);
+}
+
+PopUpWindow::~PopUpWindow() {
+    BMessage gone(kMsgPopUpGone);
+    gone.AddInt32("id", fId);
+    fArticle.SendMessage(&gone);
+}
+
+void PopUpWindow::MessageReceived(BMessage* message) {
+    switch (message->what) {
+    case B_MOUSE_WHEEL_CHANGED: _Scroll(message); break;
+    case kMsgAnchorLeft: _Wait(!fIsPointed); break;
+    case kMsgAnchorEntered: _Wait(false); break;
+    case kMsgNextOpened: _NextOpened(message); break;
+    case kMsgNextClosed: _NextClosed(); break;
+    default: BWindow::MessageReceived(message);
+    }
+}
+
+// Its text hands the wheel on to here.
+void PopUpWindow::_Scroll(const BMessage* wheel) {
+    float notches = 0;
+    BScrollBar* bar = fText->ScrollBar(B_VERTICAL);
+    if (fScrolls && bar != nullptr && wheel->FindFloat("be:wheel_delta_y", &notches) == B_OK)
+        bar->SetValue(bar->Value() + notches * kWheelStep);
+}
+
+void PopUpWindow::PointerIsOver(bool isOver) {
+    if (isOver == fIsPointed)
+        return;
+    fIsPointed = isOver;
+    if (isOver)
+        _Wait(false);
+    else if (!fHasNext)
+        PostMessage(B_QUIT_REQUESTED);
+}
+
+void PopUpWindow::_Wait(bool waits) {
+    if (waits == fWaits)
+        return;
+    fWaits = waits;
+    SetPulseRate(waits ? kPatience : 0);
+}
+
+void PopUpWindow::PatienceEnded() {
+    if (fWaits && !fHasNext)
+        PostMessage(B_QUIT_REQUESTED);
+}
+
+void PopUpWindow::_NextOpened(const BMessage* message) {
+    BMessenger next;
+    fHasNext = message->FindMessenger("pop_up", &next) == B_OK;
+    fText->SetNext(next);
+}
+
+void PopUpWindow::_NextClosed() {
+    fHasNext = false;
+    fText->SetNext(BMessenger());
+    _Wait(!fIsPointed);
+}

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <Messenger.h>
+#include <Window.h>
+
+class PopUpTextView;
+
+// A borderless window that shows the posts a reference names, beside the pointer. It closes as soon
+// as the pointer has left it, or when the pointer has left the reference and does not come to it;
+// while a pop-up stands open that was opened from a reference in this one, it waits for that. The
+// article's text closes it in all other cases, and is told when it has gone.
+class PopUpWindow : public BWindow {
+public:
+    // The text becomes the window's. `scrolls` when the frame is too small for it.
+    PopUpWindow(BRect frame, PopUpTextView* text, bool scrolls, const BMessenger& article,
+                int32 id);
+    ~PopUpWindow() override;
+
+    void MessageReceived(BMessage* message) override;
+
+    bool Scrolls() const { return fScrolls; }
+    PopUpTextView* TextView() const { return fText; }
+
+    // From its views: where the pointer is, and that it did not come in time.
+    void PointerIsOver(bool isOver);
+    void PatienceEnded();
+
+private:
+    void _Wait(bool waits);
+    void _Scroll(const BMessage* wheel);
+    void _NextOpened(const BMessage* message);
+    void _NextClosed();
+
+    // Constant after construction
+    const bool fScrolls;
+    const BMessenger fArticle;
+    const int32 fId;
+    PopUpTextView* fText;
+
+    // Window thread only
+    bool fIsPointed = false;
+    bool fHasNext = false;
+    bool fWaits = false; // for the pointer
+};
