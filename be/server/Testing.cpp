@@ -233,6 +233,17 @@ void CommitComposition(BWindow* window, const char* utf8) {
     Send(window, event);
 }
 
+PointerShape ShapeOf(BWindow* window) {
+    PointerShape shape = PointerShape::kOther;
+    WithNative(window, [&](NativeWindow& native) {
+        if (native.cursor().shape() == Qt::PointingHandCursor)
+            shape = PointerShape::kLink;
+        else if (native.cursor().shape() == Qt::IBeamCursor)
+            shape = PointerShape::kText;
+    });
+    return shape;
+}
+
 void Activate(BWindow* window, bool active) {
     QFocusEvent event(active ? QEvent::FocusIn : QEvent::FocusOut, Qt::ActiveWindowFocusReason);
     Send(window, event);

@@ -54,6 +54,10 @@ void Type(BWindow* window, const char* utf8);
 // An input method's composition (empty ends it without text) and its result.
 void Compose(BWindow* window, const char* utf8, int32 cursorByte);
 void CommitComposition(BWindow* window, const char* utf8);
+// The pointer's shape over the window, by the cursors that the tests ask for: the link's, the
+// text's, or any other.
+enum class PointerShape { kLink, kText, kOther };
+PointerShape ShapeOf(BWindow* window);
 void Activate(BWindow* window, bool active);
 // Whether a modal window keeps the user's input from it; what is sent here comes all the same.
 bool IsBlocked(BWindow* window);

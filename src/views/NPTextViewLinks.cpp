@@ -35,12 +35,12 @@ void NPTextView::MouseDown(BPoint where) {
     // While a pop-up is open, clicks on the window's other views are told here too.
     if (!Bounds().Contains(where))
         return;
-    // The second press of a double click selects a word; the first has opened the link.
-    if ((buttons & B_PRIMARY_MOUSE_BUTTON) != 0 && clicks <= 1) {
-        if (const Link* url = LinkAt(fUrls, OffsetAt(where)))
-            _FollowUrl(url->text.c_str());
-        else
+    if ((buttons & B_PRIMARY_MOUSE_BUTTON) != 0) {
+        const Link* url = LinkAt(fUrls, OffsetAt(where));
+        if (url == nullptr)
             showPopUpWindow(where);
+        else if (clicks <= 1) // a double click opens it once
+            _FollowUrl(url->text.c_str());
     }
     if ((buttons & B_SECONDARY_MOUSE_BUTTON) == 0)
         LinkTextView::MouseDown(where);

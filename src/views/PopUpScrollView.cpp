@@ -5,7 +5,8 @@
 #include <InterfaceDefs.h>
 
 PopUpScrollView::PopUpScrollView(BView* text, bool scrolls)
-    : BScrollView("pop-up", text, B_FOLLOW_ALL_SIDES, B_WILL_DRAW, false, scrolls, B_NO_BORDER) {}
+    : BScrollView("pop-up", text, B_FOLLOW_ALL_SIDES, B_WILL_DRAW | B_PULSE_NEEDED, false, scrolls,
+                  B_NO_BORDER) {}
 
 void PopUpScrollView::MouseMoved(BPoint where, uint32, const BMessage*) {
     BPoint point;
@@ -16,4 +17,8 @@ void PopUpScrollView::MouseMoved(BPoint where, uint32, const BMessage*) {
         return;
     PopUpWindow* window = static_cast<PopUpWindow*>(Window());
     window->PointerIsOver(window->Frame().Contains(ConvertToScreen(where)));
+}
+
+void PopUpScrollView::Pulse() {
+    static_cast<PopUpWindow*>(Window())->PatienceEnded();
 }

@@ -1,10 +1,10 @@
 #include "views/PopUpTextView.h"
 
 #include "views/PopUpMessages.h"
-#include "views/PopUpWindow.h"
 
 #include <InterfaceDefs.h>
 #include <Message.h>
+#include <Window.h>
 
 #include <algorithm>
 #include <cmath>
@@ -31,7 +31,7 @@ BRect InitialFrame(const BTextView& from) {
 
 PopUpTextView::PopUpTextView(const LinkTextView& from, int32 start, int32 end)
     : LinkTextView(InitialFrame(from), "pop-up text", InitialFrame(from), B_FOLLOW_ALL_SIDES,
-                   B_WILL_DRAW | B_FRAME_EVENTS | B_PULSE_NEEDED) {
+                   B_WILL_DRAW | B_FRAME_EVENTS) {
     MakeSelectable(false);
     SetStylable(true);
     SetText(from.Text() + start, end - start, PlainSizedRuns(from, start, end).get());
@@ -120,8 +120,4 @@ void PopUpTextView::AnchorPointed(bool isOn) {
         return;
     fAnchorIsPointed = isOn;
     fNext.SendMessage(isOn ? kMsgAnchorEntered : kMsgAnchorLeft);
-}
-
-void PopUpTextView::Pulse() {
-    static_cast<PopUpWindow*>(Window())->PatienceEnded();
 }

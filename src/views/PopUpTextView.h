@@ -23,7 +23,6 @@ public:
 
     void MouseDown(BPoint where) override;
     void FrameResized(float width, float height) override;
-    void Pulse() override;
     void MessageReceived(BMessage* message) override;
 
 protected:

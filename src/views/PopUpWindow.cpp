@@ -26,6 +26,7 @@ PopUpWindow::PopUpWindow(BRect frame, PopUpTextView* text, bool scrolls, const B
     text->SetOwner(article, id);
     PopUpScrollView* view = new PopUpScrollView(text, scrolls);
     AddChild(view);
+    view->MoveTo(0, 0);
     view->ResizeTo(Bounds().Width(), Bounds().Height());
     // Its text and its scroll bar lie over it: it hears of the pointer wherever that is.
     view->SetEventMask(B_POINTER_EVENTS);
