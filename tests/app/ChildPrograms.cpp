@@ -1,4 +1,5 @@
 // The program itself, as NPAppTest runs it: in a process of its own, driven by a thread beside it.
+#include "WindowsDriver.h"
 #include "support/ChildProgram.h"
 
 #include "app/Messages.h"
@@ -150,8 +151,13 @@ int RunWith(int32 (*driver)(void*)) {
 }
 
 const std::map<std::string, int32 (*)(void*)> kDrivers = {
-    {"start", StartAndQuit},      {"windows", OpenAndClose}, {"alert", ReadTheAlert},
-    {"arrange", ArrangeAndClose}, {"report", PrintAndQuit},  {"alert, report", ReadTheAlertAndQuit},
+    {"start", StartAndQuit},
+    {"windows", OpenAndClose},
+    {"alert", ReadTheAlert},
+    {"arrange", ArrangeAndClose},
+    {"report", PrintAndQuit},
+    {"alert, report", ReadTheAlertAndQuit},
+    {"every order", OpenAndCloseInEveryOrder},
 };
 
 } // namespace

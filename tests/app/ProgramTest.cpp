@@ -51,6 +51,12 @@ TEST(Program, KeepsItsArrangementForTheNextStart) {
         EXPECT_TRUE(Contains(second, line)) << line << second;
 }
 
+TEST(Program, OpensSwitchesAndClosesWindowsInEveryOrder) {
+    ScratchFolder folder;
+    EXPECT_EQ(RunProgram("every order", folder.Path()),
+              "thread\nboard\ncached thread\ncached board\nswitched\nclosed in 24 orders\n");
+}
+
 TEST(Program, StartsWithDefaultsFromABrokenSettingsFile) {
     ScratchFolder folder;
     RunProgram("arrange", folder.Path());
