@@ -52,5 +52,19 @@ constexpr uint32 kMsgCopyRange = 'mCTC';         // "start", "finish" int32: off
 constexpr uint32 kMsgSearchWeb = 'mGGS';         // "start", "finish" int32 (behind it), "ja" bool
 constexpr uint32 kMsgJumpToPost = 'mJSL';        // "jump" int32: a post's number
 
+// To a write window.
+constexpr uint32 kMsgOpenWriteWindow = 'mWMS'; // article pane's button, to the pane
+constexpr uint32 kMsgSendPost = 'mWMG';        // its button
+constexpr uint32 kMsgCancelPost = 'mWMC';      // its button
+constexpr uint32 kMsgPostProgress = 'mWMP';    // post worker: "progress" int32, "message" string
+constexpr uint32 kMsgPostFailed =
+    'mWME'; // post worker: "dialog" bool when the user has been told why
+constexpr uint32 kMsgPostDone =
+    'mWMF'; // post worker: "unconfirmed" bool when the server's answer was lost
+constexpr uint32 kMsgNameChosen = 'mWMM'; // menus of earlier entries: "text" string
+constexpr uint32 kMsgMailChosen = 'mWMN';
+constexpr uint32 kMsgActivateWindow = 'mWMA'; // its thread's write button, pressed again
+constexpr uint32 kMsgQuotePaste = 'mTQP';     // the editor's own menu
+
 // From a window to its worker's port, with one byte of value 1.
 constexpr int32 kStopWorker = 'pMQT';

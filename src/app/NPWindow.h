@@ -16,6 +16,7 @@ class NPBoardView;
 class NPProgressView;
 class NPThreadView;
 class SettingsFile;
+struct PostTarget;
 class SplitPane;
 struct _ArticleOut;
 
@@ -43,6 +44,9 @@ public:
     // Always 0. A text that does not fit is left empty rather than cut: it would name another host.
     int32 GetProxy(bool* use, char (*host)[64], char (*port)[64]) const;
     int32 GetFontInfo(char (*family)[64], char (*style)[64], float* size) const;
+
+    // For the thread that the article pane shows, with the posts that it has. The window's thread.
+    void OpenWriteWindow(const PostTarget& target, const char* title, int32 posts);
 
     // The status line; with the window locked.
     void PostProgressData(const char* text, int32 value);

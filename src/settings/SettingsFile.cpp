@@ -1,10 +1,10 @@
 #include "settings/SettingsFile.h"
 
 #include "settings/MessageAttributes.h"
+#include "settings/ReplaceFile.h"
 
 #include <Application.h>
 #include <Autolock.h>
-#include <Directory.h>
 #include <Entry.h>
 #include <File.h>
 #include <Roster.h>
@@ -16,7 +16,6 @@
 namespace {
 
 constexpr int32 kRoot = -1;
-constexpr mode_t kFolderMode = 0777;
 
 status_t FolderOfSignature(std::string* folder) {
     app_info info;
@@ -38,26 +37,11 @@ status_t FolderOfSignature(std::string* folder) {
     return B_BAD_VALUE;
 }
 
-// The file that a path leads to, through symbolic links; the path itself where nothing is yet.
-BPath Target(const BPath& path) {
-    BPath target;
-    const BEntry entry(path.Path(), true);
-    if (entry.InitCheck() == B_OK && entry.GetPath(&target) == B_OK)
-        return target;
-    return path;
-}
-
-status_t MakeParent(const BPath& path) {
-    BPath parent;
-    const status_t status = path.GetParent(&parent);
-    return status == B_OK ? create_directory(parent.Path(), kFolderMode) : status;
-}
-
 // Keeps two programs from replacing the file at once: the lock is on a file that stays.
 class SaveLock {
 public:
-    explicit SaveLock(const BPath& path)
-        : fFile((std::string(path.Path()) + ".lock").c_str(), B_READ_WRITE | B_CREATE_FILE),
+    explicit SaveLock(const std::string& path)
+        : fFile((path + ".lock").c_str(), B_READ_WRITE | B_CREATE_FILE),
           fStatus(fFile.InitCheck() == B_OK ? fFile.Lock() : fFile.InitCheck()) {}
     ~SaveLock() {
         if (fStatus == B_OK)
@@ -128,7 +112,7 @@ status_t SettingsFile::_Write(BFile* file) const {
     status_t status = Flatten(file);
     if (status == B_OK)
         status = StoreAttributes(*this, file);
-    return status == B_OK ? file->Sync() : status;
+    return status;
 }
 
 status_t SettingsFile::_SetBrokenAside(const char* path) const {
@@ -144,30 +128,21 @@ status_t SettingsFile::_SetBrokenAside(const char* path) const {
 status_t SettingsFile::Save() const {
     if (fStatus != B_OK)
         return fStatus;
-    const BPath target = Target(fPath);
-    status_t status = MakeParent(target);
+    const std::string target = TargetOf(fPath.Path());
+    const status_t status = MakeParentFolder(target.c_str());
     if (status != B_OK)
         return status;
     const SaveLock lock(target);
-    return lock.Status() == B_OK ? _ReplaceFile(target.Path()) : lock.Status();
+    return lock.Status() == B_OK ? _Replace(target.c_str()) : lock.Status();
 }
 
-status_t SettingsFile::_ReplaceFile(const char* path) const {
-    const std::string beside = std::string(path) + ".new";
-    BFile file;
-    status_t status = file.SetTo(beside.c_str(), B_READ_WRITE | B_CREATE_FILE | B_ERASE_FILE);
-    if (status != B_OK)
+status_t SettingsFile::_Replace(const char* path) const {
+    return ReplaceFile(path, [&](BFile* file) {
+        status_t status = _Write(file);
+        if (status == B_OK && fBroken) {
+            status = _SetBrokenAside(path);
+            fBroken = status != B_OK;
+        }
         return status;
-    status = _Write(&file);
-    file.Unset();
-    if (status == B_OK && fBroken) {
-        status = _SetBrokenAside(path);
-        fBroken = status != B_OK;
-    }
-    BEntry entry(beside.c_str());
-    if (status == B_OK)
-        status = entry.Rename(path, true);
-    if (status != B_OK)
-        entry.Remove();
-    return status;
+    });
 }

@@ -53,7 +53,7 @@ public:
 
 private:
     status_t _MakePath(const char* name, const char* folder, int32 which);
-    status_t _ReplaceFile(const char* path) const;
+    status_t _Replace(const char* path) const;
     status_t _Read(BFile* file);
     status_t _Write(BFile* file) const;
     status_t _SetBrokenAside(const char* path) const;

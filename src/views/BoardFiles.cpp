@@ -1,12 +1,12 @@
 #include "views/BoardFiles.h"
 
 #include "cache/PathNames.h"
+#include "settings/ReplaceFile.h"
 #include "text/cp932.h"
 #include "text/html.h"
 
 #include <Application.h>
 #include <Entry.h>
-#include <File.h>
 #include <Path.h>
 #include <Roster.h>
 
@@ -18,20 +18,6 @@ constexpr size_t kLongestCategory = 1024;
 constexpr size_t kLongestLine = 4095;
 constexpr size_t kLongestField = 1023;
 constexpr std::string_view kWhiteSpace = " \t\r\v\f";
-
-bool ReadWhole(const std::string& path, std::string* text) {
-    BFile file(path.c_str(), B_READ_ONLY);
-    if (file.InitCheck() != B_OK)
-        return false;
-    char chunk[4095];
-    text->clear();
-    for (;;) {
-        const ssize_t length = file.Read(chunk, sizeof(chunk));
-        if (length <= 0)
-            return length == 0;
-        text->append(chunk, length);
-    }
-}
 
 bool StartsPrintable(std::string_view line) {
     return !line.empty() && line[0] >= 0x20 && line[0] <= 0x7E;
@@ -80,7 +66,7 @@ std::string BoardFolder() {
 
 int32 ReadBoardMenu(const std::string& folder, std::vector<BBSTable::Category>* categories) {
     std::string page;
-    if (folder.empty() || !ReadWhole(folder + "/newbbsmenu.html", &page))
+    if (folder.empty() || ReadWholeFile((folder + "/newbbsmenu.html").c_str(), &page) != B_OK)
         return -1;
     std::string utf8(page.size() * 3 + 3, '\0');
     int32 length = static_cast<int32>(page.size());
@@ -99,14 +85,15 @@ int32 ReadBoardMenu(const std::string& folder, std::vector<BBSTable::Category>* 
 std::vector<BBSTable::Category> ReadExtraBoards(const std::string& folder) {
     std::vector<BBSTable::Category> categories;
     std::string list;
-    if (!ReadWhole(folder + "/bbs.list", &list))
+    if (ReadWholeFile((folder + "/bbs.list").c_str(), &list) != B_OK)
         return categories;
     for (const std::string& name : ParseBoardList(list)) {
         std::string text;
         BBSTable::Category category;
         if (!IsGoodComponent(name.c_str()))
             fprintf(stderr, "bbs.list: refused the file name \"%s\"\n", name.c_str());
-        else if (ReadWhole(folder + "/" + name, &text) && ParseExtraBoards(text, &category))
+        else if (ReadWholeFile((folder + "/" + name).c_str(), &text) == B_OK &&
+                 ParseExtraBoards(text, &category))
             categories.push_back(std::move(category));
     }
     return categories;

@@ -106,6 +106,13 @@ constexpr Rows kReloadFromScratch = {
     ".....r.r..kk....", "....r...r.......", "...r.....r......", "..r.......r.....",
 };
 
+constexpr Rows kWrite = {
+    "................", "............kk..", "...........kkkk.", "..........kkkkk.",
+    ".........k.kkk..", "........k...k...", ".......k...k....", "......k...k.....",
+    ".....k...k......", "....k...k.......", "...k...k........", "...kk.k.........",
+    "..kkkk..........", "..kk............", "................", "................",
+};
+
 Rows* RowsOf(Icon icon) {
     switch (icon) {
     case Icon::kThreadNotFetched: return &kThreadNotFetched;
@@ -120,6 +127,7 @@ Rows* RowsOf(Icon icon) {
     case Icon::kOffline: return &kOffline;
     case Icon::kReload: return &kReload;
     case Icon::kReloadFromScratch: return &kReloadFromScratch;
+    case Icon::kWrite: return &kWrite;
     }
     return &kBoard;
 }

@@ -18,6 +18,7 @@ enum class Icon {
     kOffline,
     kReload,
     kReloadFromScratch,
+    kWrite,
 };
 
 // A bitmap of the icon, drawn from the program's own table.

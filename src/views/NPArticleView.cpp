@@ -1,9 +1,11 @@
 #include "views/NPArticleView.h"
 
 #include "app/Messages.h"
+#include "app/NPWindow.h"
 #include "cache/NPCache.h"
 #include "net/NPUrl.h"
 #include "net/lines.h"
+#include "post/PostTarget.h"
 #include "text/html.h"
 #include "views/Icons.h"
 #include "views/NPBitmapButton.h"
@@ -17,9 +19,9 @@
 #include <Messenger.h>
 #include <ScrollBar.h>
 #include <ScrollView.h>
-#include <Window.h>
 
 #include <cstring>
+#include <optional>
 
 namespace {
 
@@ -29,6 +31,9 @@ constexpr uint32 kMsgReload = 'mRLD';
 constexpr float kHeadHeight = 48;
 constexpr float kInset = 8;
 constexpr float kButtonSize = 24;
+constexpr float kButtonStep = kButtonSize + 4;
+constexpr float kButtonTop = 12;
+constexpr int kButtonCount = 3;
 constexpr float kTextInset = 8;
 
 void DecodeReferences(BString* text) {
@@ -42,7 +47,7 @@ NPArticleView::NPArticleView(BRect frame)
     : BView(frame, "article pane", B_FOLLOW_ALL_SIDES, B_WILL_DRAW) {
     SetViewColor(ui_color(B_PANEL_BACKGROUND_COLOR));
     const BRect bounds = Bounds();
-    const float right = bounds.right - kInset - 2 * (kButtonSize + 4);
+    const float right = bounds.right - kInset - kButtonCount * kButtonStep;
     fTitleLabel =
         new BStringView(BRect(kInset, 4, right, 24), "title", "",
                         B_FOLLOW_LEFT_RIGHT | B_FOLLOW_TOP, B_WILL_DRAW | B_FULL_UPDATE_ON_RESIZE);
@@ -61,15 +66,23 @@ NPArticleView::~NPArticleView() {
 void NPArticleView::_AddButtons() {
     fReloadIcon = MakeIcon(Icon::kReload);
     fScratchIcon = MakeIcon(Icon::kReloadFromScratch);
-    const float right = Bounds().right - kInset;
-    const float top = 12;
-    const BRect second(right - kButtonSize, top, right, top + kButtonSize);
-    const BRect first = second.OffsetByCopy(-kButtonSize - 4, 0);
-    const uint32 follow = B_FOLLOW_RIGHT | B_FOLLOW_TOP;
-    AddChild(
-        new NPBitmapButton(first, "reload", fReloadIcon.get(), new BMessage(kMsgReload), follow));
-    AddChild(new NPBitmapButton(second, "reload from scratch", fScratchIcon.get(),
-                                new BMessage(kMsgReloadFromScratch), follow));
+    fWriteIcon = MakeIcon(Icon::kWrite);
+    const struct {
+        const char* name;
+        const BBitmap* icon;
+        uint32 message;
+    } buttons[kButtonCount] = {
+        {"reload", fReloadIcon.get(), kMsgReload},
+        {"reload from scratch", fScratchIcon.get(), kMsgReloadFromScratch},
+        {"write", fWriteIcon.get(), kMsgOpenWriteWindow},
+    };
+    float left = Bounds().right - kInset - kButtonCount * kButtonStep + 4;
+    for (const auto& button : buttons) {
+        const BRect frame(left, kButtonTop, left + kButtonSize, kButtonTop + kButtonSize);
+        AddChild(new NPBitmapButton(frame, button.name, button.icon, new BMessage(button.message),
+                                    B_FOLLOW_RIGHT | B_FOLLOW_TOP));
+        left += kButtonStep;
+    }
 }
 
 void NPArticleView::_AddText(BRect frame) {
@@ -87,7 +100,7 @@ void NPArticleView::_AddText(BRect frame) {
 
 void NPArticleView::AttachedToWindow() {
     BView::AttachedToWindow();
-    for (const char* name : {"reload", "reload from scratch"})
+    for (const char* name : {"reload", "reload from scratch", "write"})
         static_cast<BControl*>(FindView(name))->SetTarget(this);
 }
 
@@ -95,6 +108,7 @@ void NPArticleView::MessageReceived(BMessage* message) {
     switch (message->what) {
     case kMsgReload: _Reload(Reload::kNew); break;
     case kMsgReloadFromScratch: _Reload(Reload::kFromScratch); break;
+    case kMsgOpenWriteWindow: _OpenWriteWindow(); break;
     case kMsgFontChanged: _ChangeFont(message); break;
     default: BView::MessageReceived(message);
     }
@@ -108,6 +122,7 @@ void NPArticleView::ShowThread(port_id request, const char* url, const char* dat
     fDat = dat;
     fRequest = request;
     fHasTitle = fHasEnded = false;
+    fPosts = 0;
     _ShowTitle("");
 }
 
@@ -149,6 +164,7 @@ void NPArticleView::addArticleItem(port_id request, const char* title, int32 num
 }
 
 void NPArticleView::_AddPost(int32 number, const _ArticleOut& article) {
+    fPosts = number;
     fTextView->addNumItem(number);
     BString name(article.name);
     DecodeReferences(&name);
@@ -191,6 +207,22 @@ void NPArticleView::_Reload(Reload how) {
         ShowAlert("スレッドが選択されていません！");
     else
         ReloadRequest(how == Reload::kFromScratch);
+}
+
+void NPArticleView::_OpenWriteWindow() {
+    const std::string& address = fUrlLabel->Address();
+    if (address.empty()) {
+        ShowAlert("スレッドが選択されていません！");
+        return;
+    }
+    const bool isCgi = fDat.find("cgi") != fDat.npos;
+    const std::optional<PostTarget> target =
+        ParsePostTarget(address, isCgi ? PostFamily::kWriteCgi : PostFamily::kBbsCgi);
+    NPWindow* window = dynamic_cast<NPWindow*>(Window());
+    if (!target)
+        ShowAlert("Invalid URL: %s", address.c_str());
+    else if (window != nullptr)
+        window->OpenWriteWindow(*target, fTitle.c_str(), fPosts);
 }
 
 void NPArticleView::ReloadRequest(bool fromScratch) {

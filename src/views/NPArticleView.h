@@ -50,6 +50,7 @@ private:
     void _ShowTitle(const char* title);
     void _ChangeFont(const BMessage* message);
     void _Reload(Reload how);
+    void _OpenWriteWindow();
     void ReloadRequest(bool fromScratch);
     void ReadBarPosition();
     void WriteBarPosition();
@@ -60,6 +61,7 @@ private:
     NPTextView* fTextView = nullptr;
     std::unique_ptr<BBitmap> fReloadIcon;
     std::unique_ptr<BBitmap> fScratchIcon;
+    std::unique_ptr<BBitmap> fWriteIcon;
 
     // The thread on show; empty before the first
     std::string fUrl;
@@ -67,5 +69,6 @@ private:
     port_id fRequest = -1;
     bool fHasTitle = false;
     bool fHasEnded = false; // all its posts have come
+    int32 fPosts = 0;       // that have come
     std::string fTitle;
 };

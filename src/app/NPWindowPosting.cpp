@@ -1,0 +1,27 @@
+#include "app/NPApp.h"
+#include "app/NPWindow.h"
+#include "settings/SettingsFile.h"
+#include "windows/NPWriteWindow.h"
+
+#include <Application.h>
+
+void NPWindow::OpenWriteWindow(const PostTarget& target, const char* title, int32 posts) {
+    WriteWindowSetup setup;
+    setup.target = target;
+    setup.title = title;
+    setup.res = posts;
+    setup.browser = BMessenger(this);
+    if (!_FillProxy(&setup.proxy))
+        return;
+    char family[64];
+    char style[64];
+    float size = setup.font.Size();
+    GetFontInfo(&family, &style, &size);
+    setup.font.SetFamilyAndStyle(family, style);
+    setup.font.SetSize(size);
+    if (GetWriteKeyBinding() == 1)
+        setup.bindings = NPWriteTextView::Bindings::kEmacs;
+    if (const NPApp* application = dynamic_cast<NPApp*>(be_app))
+        application->GetWriteWindowRect(&setup.frame);
+    NPWriteWindow::Open(setup);
+}

@@ -1,0 +1,57 @@
+#include "post/PostAnswer.h"
+
+#include "text/cp932.h"
+#include "text/html.h"
+
+#include <string_view>
+
+namespace {
+
+constexpr size_t kLongestAnswer = 4095;
+constexpr std::string_view kMark = "http-equiv=";
+constexpr std::string_view kSuccess = "refresh";
+constexpr std::string_view kTitleEnd = "</title>";
+constexpr std::string_view kLineBreak = "<br";
+
+} // namespace
+
+void PostAnswer::AddLine(const char* line, int32 length) {
+    std::string converted(static_cast<size_t>(length) * 3, '\0');
+    int32 written = 0;
+    cp932_conv_to_utf8(line, &length, converted.data(), &written);
+    converted.resize(static_cast<size_t>(RemoveNulls(converted.data(), written)));
+    if (fText.size() + converted.size() <= kLongestAnswer)
+        fText += converted;
+}
+
+bool PostAnswer::IsSuccess() const {
+    const std::string_view text = fText;
+    for (size_t at = text.find(kMark); at != text.npos; at = text.find(kMark, at + 1)) {
+        if (text.substr(at + kMark.size()).starts_with(kSuccess))
+            return true;
+    }
+    return false;
+}
+
+std::string PostAnswer::ErrorText() const {
+    std::string_view rest = fText;
+    const size_t title = rest.find(kTitleEnd);
+    if (title == rest.npos)
+        return "";
+    rest.remove_prefix(title + kTitleEnd.size());
+    std::string text;
+    bool inTag = false;
+    for (size_t i = 0; i < rest.size(); i++) {
+        const char byte = rest[i];
+        if (inTag) {
+            inTag = byte != '>';
+        } else if (byte == '<') {
+            inTag = true;
+            if (rest.substr(i).starts_with(kLineBreak))
+                text += '\n';
+        } else if (byte != '\t' && byte != '\n') {
+            text += byte;
+        }
+    }
+    return text;
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <TextView.h>
+
+// The editor of the write window: plain text that wraps, with undo, a context menu, quoting of what
+// is on the clipboard and, if the user wants them, Emacs key bindings. The window's thread.
+class NPWriteTextView : public BTextView {
+public:
+    enum class Bindings { kPlatform, kEmacs };
+
+    NPWriteTextView(BRect frame, Bindings bindings);
+
+    void AttachedToWindow() override;
+    void FrameResized(float width, float height) override;
+    void KeyDown(const char* bytes, int32 numBytes) override;
+    void MouseDown(BPoint where) override;
+    void MessageReceived(BMessage* message) override;
+
+    // Moves what stands between the caret and the end of its line to the clipboard; at the end of a
+    // line its line feed.
+    void CutOfLine();
+    // Inserts the clipboard's text at the caret, each line behind "> ".
+    void QuotePaste();
+
+private:
+    bool _HandleEmacsKey(char letter);
+    void _MoveToLineStart();
+    int32 _EndOfLine() const;
+    void _PressKey(char byte) { BTextView::KeyDown(&byte, 1); }
+    void _OpenMenu(BPoint screen);
+
+    const Bindings fBindings;
+};

@@ -1,0 +1,292 @@
+#include "windows/NPWriteWindow.h"
+
+#include "app/Messages.h"
+#include "app/NPApp.h"
+#include "post/PostForm.h"
+#include "post/PostWorker.h"
+#include "views/NPProgressView.h"
+#include "widgets/Alerts.h"
+#include "windows/WriteWindowList.h"
+#include "workers/WorkerThread.h"
+
+#include <Alert.h>
+#include <Application.h>
+#include <Button.h>
+#include <MenuField.h>
+#include <MenuItem.h>
+#include <Message.h>
+#include <PopUpMenu.h>
+#include <Screen.h>
+#include <ScrollBar.h>
+#include <ScrollView.h>
+#include <TextControl.h>
+
+#include <ctime>
+
+namespace {
+
+constexpr float kInset = 8;
+constexpr float kRowHeight = 24;
+constexpr float kRowStep = kRowHeight + 4;
+constexpr float kMenuWidth = 72;
+constexpr float kLabelWidth = 60;
+constexpr float kButtonWidth = 96;
+constexpr float kFooterHeight = kRowHeight + 2 * kInset;
+constexpr float kDefaultWidth = 520;
+constexpr float kDefaultHeight = 380;
+constexpr float kLeastWidth = 360;
+constexpr float kLeastHeight = 240;
+
+// Where a window of a kept frame stands: in the middle of the screen without one, or with one that
+// is no place on it.
+BRect UsableFrame(BRect frame) {
+    const BRect screen = BScreen().Frame();
+    if (frame != BRect(0, 0, 0, 0) && frame.IsValid() && screen.Intersects(frame))
+        return frame;
+    const float left = (screen.left + screen.right - kDefaultWidth) / 2;
+    const float top = (screen.top + screen.bottom - kDefaultHeight) / 2;
+    return BRect(left, top, left + kDefaultWidth, top + kDefaultHeight);
+}
+
+// The newest entry stands first.
+BMenu* MakeHistoryMenu(const PostHistory& history, uint32 what) {
+    BPopUpMenu* menu = new BPopUpMenu("履歴", false, false);
+    const std::vector<std::string>& entries = history.Entries();
+    for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry) {
+        BMessage* message = new BMessage(what);
+        message->AddString("text", entry->c_str());
+        menu->AddItem(new BMenuItem(entry->c_str(), message));
+    }
+    return menu;
+}
+
+} // namespace
+
+void NPWriteWindow::Open(const WriteWindowSetup& setup) {
+    if (WriteWindowList::Activate(setup.target))
+        return;
+    NPWriteWindow* window = new NPWriteWindow(setup);
+    WriteWindowList::Add(setup.target, BMessenger(window));
+    window->Show();
+}
+
+NPWriteWindow::NPWriteWindow(const WriteWindowSetup& setup)
+    : BWindow(UsableFrame(setup.frame), ("書き込み - " + setup.title).c_str(), B_TITLED_WINDOW,
+              B_ASYNCHRONOUS_CONTROLS),
+      fTarget(setup.target), fRes(setup.res), fProxy(setup.proxy), fBrowser(setup.browser),
+      fDraft(setup.target), fNames("Name.log"), fMails("Mail.log") {
+    BView* base = new BView(Bounds(), "base", B_FOLLOW_ALL_SIDES, B_WILL_DRAW);
+    base->SetViewColor(ui_color(B_PANEL_BACKGROUND_COLOR));
+    AddChild(base);
+    _AddFields(base);
+    _AddEditor(base, setup.font, setup.bindings);
+    _AddButtons(base);
+    AddShortcut(B_ENTER, 0, new BMessage(kMsgSendPost));
+    const BRect screen = BScreen(this).Frame();
+    SetSizeLimits(kLeastWidth, screen.Width(), kLeastHeight, screen.Height());
+    _ShowDraft();
+    fMessage->MakeFocus(true);
+}
+
+NPWriteWindow::~NPWriteWindow() {
+    if (fWorker != nullptr)
+        fWorker->Stop();
+}
+
+void NPWriteWindow::_AddFields(BView* base) {
+    fName = _AddField(base, kInset, "name", "名前：", fNames, kMsgNameChosen);
+    fMail = _AddField(base, kInset + kRowStep, "mail", "E-mail：", fMails, kMsgMailChosen);
+}
+
+BTextControl* NPWriteWindow::_AddField(BView* base, float top, const char* name, const char* label,
+                                       const PostHistory& history, uint32 chosen) {
+    const float right = base->Bounds().right - kInset;
+    const float menuLeft = right - kMenuWidth;
+    BTextControl* field = new BTextControl(BRect(kInset, top, menuLeft - 4, top + kRowHeight), name,
+                                           label, "", nullptr, B_FOLLOW_LEFT_RIGHT | B_FOLLOW_TOP);
+    field->SetDivider(kLabelWidth);
+    base->AddChild(field);
+    BMenu* menu = MakeHistoryMenu(history, chosen);
+    BMenuField* menuField = new BMenuField(BRect(menuLeft, top, right, top + kRowHeight), nullptr,
+                                           nullptr, menu, true, B_FOLLOW_RIGHT | B_FOLLOW_TOP);
+    menuField->SetDivider(0);
+    menuField->SetEnabled(menu->CountItems() > 0);
+    base->AddChild(menuField);
+    menu->SetTargetForItems(this);
+    return field;
+}
+
+void NPWriteWindow::_AddEditor(BView* base, const BFont& font, NPWriteTextView::Bindings bindings) {
+    BRect frame = base->Bounds();
+    frame.top += kInset + 2 * kRowStep + 4;
+    frame.bottom -= kFooterHeight;
+    frame.left += kInset;
+    frame.right -= kInset;
+    BRect text = frame;
+    text.right -= B_V_SCROLL_BAR_WIDTH + 1;
+    fMessage = new NPWriteTextView(text.OffsetToCopy(0, 0), bindings);
+    fMessage->SetFontAndColor(&font);
+    BScrollView* scroll =
+        new BScrollView("scroll", fMessage, B_FOLLOW_ALL_SIDES, 0, false, true, B_PLAIN_BORDER);
+    scroll->MoveTo(frame.LeftTop());
+    scroll->ResizeTo(frame.Width(), frame.Height());
+    base->AddChild(scroll);
+}
+
+void NPWriteWindow::_AddButtons(BView* base) {
+    const BRect bounds = base->Bounds();
+    const float top = bounds.bottom - kInset - kRowHeight;
+    const float right = bounds.right - kInset;
+    const BRect send(right - kButtonWidth, top, right, top + kRowHeight);
+    const BRect cancel = send.OffsetByCopy(-kButtonWidth - 8, 0);
+    fStatus = new NPProgressView(BRect(kInset, top, cancel.left - 8, top + kRowHeight));
+    fStatus->SetResizingMode(B_FOLLOW_LEFT_RIGHT | B_FOLLOW_BOTTOM);
+    base->AddChild(fStatus);
+    const uint32 follow = B_FOLLOW_RIGHT | B_FOLLOW_BOTTOM;
+    base->AddChild(new BButton(cancel, "cancel", "取り消し", new BMessage(kMsgCancelPost), follow));
+    fSendButton = new BButton(send, "send", "書き込む", new BMessage(kMsgSendPost), follow);
+    base->AddChild(fSendButton);
+}
+
+void NPWriteWindow::_ShowDraft() {
+    PostText draft;
+    if (!fDraft.Load(&draft))
+        return;
+    fName->SetText(draft.name.c_str());
+    fMail->SetText(draft.mail.c_str());
+    fMessage->SetText(draft.message.c_str());
+    fMessage->Select(fMessage->TextLength(), fMessage->TextLength());
+}
+
+PostText NPWriteWindow::_Text() const {
+    return {fName->Text(), fMail->Text(),
+            std::string(fMessage->Text(), static_cast<size_t>(fMessage->TextLength()))};
+}
+
+void NPWriteWindow::MessageReceived(BMessage* message) {
+    switch (message->what) {
+    case kMsgSendPost: _Send(); break;
+    case kMsgCancelPost: PostMessage(B_QUIT_REQUESTED); break;
+    case kMsgNameChosen: _SetText(fName, message); break;
+    case kMsgMailChosen: _SetText(fMail, message); break;
+
+    // From the worker
+    case kMsgPostProgress: _ShowProgress(message); break;
+    case kMsgPostFailed: _PostFailed(message); break;
+    case kMsgPostDone: _PostDone(message); break;
+
+    case kMsgActivateWindow: Activate(true); break;
+    default: BWindow::MessageReceived(message);
+    }
+}
+
+void NPWriteWindow::_SetText(BTextControl* field, const BMessage* message) {
+    BString text;
+    if (fWorker == nullptr && message->FindString("text", &text) == B_OK)
+        field->SetText(text.String());
+}
+
+void NPWriteWindow::_Send() {
+    if (fWorker != nullptr)
+        return;
+    auto form = std::make_unique<PostForm>();
+    switch (MakePostForm(fTarget, _Text(), time(nullptr), form.get())) {
+    case PostCheck::kNoMessage: ShowAlert("メッセージが入力されていません。"); return;
+    case PostCheck::kNotEncodable: ShowAlert("使用できない文字が含まれている？"); return;
+    case PostCheck::kGood: _Start(std::move(form));
+    }
+}
+
+// The draft is written first: neither a crash nor a lost answer loses the text.
+void NPWriteWindow::_Start(std::unique_ptr<PostForm> form) {
+    fDraft.Save(_Text());
+    auto job = std::make_unique<PostJob>();
+    job->target = fTarget;
+    job->form = std::move(*form);
+    job->proxy = fProxy;
+    job->window = BMessenger(this);
+    job->control = fWorker = std::make_shared<WorkerControl>("post_port");
+    if (SpawnWorker(postMessage, "postMessage", &job))
+        _SetSending(true);
+    else
+        _EndWorker();
+}
+
+void NPWriteWindow::_SetSending(bool sending) {
+    fName->SetEnabled(!sending);
+    fMail->SetEnabled(!sending);
+    fMessage->MakeEditable(!sending);
+    fSendButton->SetEnabled(!sending);
+}
+
+void NPWriteWindow::_EndWorker() {
+    if (fWorker == nullptr)
+        return;
+    fWorker->DeletePort();
+    fWorker->ReleaseCursor();
+    fWorker.reset();
+    _SetSending(false);
+}
+
+void NPWriteWindow::_ShowProgress(const BMessage* message) {
+    BString text;
+    int32 progress = 0;
+    message->FindInt32("progress", &progress);
+    if (message->FindString("message", &text) == B_OK)
+        fStatus->DrawBar(text.String(), progress);
+}
+
+void NPWriteWindow::_PostFailed(const BMessage* message) {
+    bool hasBeenTold = false;
+    _EndWorker();
+    if (message->FindBool("dialog", &hasBeenTold) != B_OK)
+        ShowAlert("書き込み失敗！");
+}
+
+// A lost answer counts as done, as the post may have arrived; its draft stays until one of it is
+// known to have.
+void NPWriteWindow::_PostDone(const BMessage* message) {
+    bool isUnconfirmed = false;
+    if (fWorker == nullptr)
+        return;
+    message->FindBool("unconfirmed", &isUnconfirmed);
+    _EndWorker();
+    fIsConfirmed = !isUnconfirmed;
+    fNames.Add(fName->Text());
+    fMails.Add(fMail->Text());
+    _ReloadThread();
+    PostMessage(B_QUIT_REQUESTED);
+}
+
+void NPWriteWindow::_ReloadThread() {
+    BMessage select(kMsgThreadSelected);
+    select.AddString("dat", fTarget.DatName().c_str());
+    select.AddString("url", fTarget.BoardUrl().c_str());
+    if (fTarget.family == PostFamily::kWriteCgi)
+        select.AddInt32("res", fRes);
+    fBrowser.SendMessage(&select);
+}
+
+// False when the text can't be kept and the user would rather go on.
+bool NPWriteWindow::_KeepDraft() {
+    if (fIsConfirmed) {
+        fDraft.Remove();
+        return true;
+    }
+    if (fDraft.Save(_Text()) == B_OK)
+        return true;
+    BAlert* alert = new BAlert("", "下書きを保存できません。\n閉じると書いた文章は失われます。",
+                               "戻る", "閉じる", nullptr, B_WIDTH_AS_USUAL, B_WARNING_ALERT);
+    return alert->Go() == 1;
+}
+
+bool NPWriteWindow::QuitRequested() {
+    if (!_KeepDraft())
+        return false;
+    if (fWorker != nullptr)
+        fWorker->Stop();
+    fWorker.reset();
+    if (NPApp* application = dynamic_cast<NPApp*>(be_app))
+        application->SetWriteWindowRect(Frame());
+    return true;
+}
