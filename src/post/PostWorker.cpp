@@ -7,6 +7,7 @@
 #include "workers/WorkerThread.h"
 
 #include <Message.h>
+#include <Window.h>
 
 #include <cstdio>
 
@@ -16,7 +17,7 @@ constexpr size_t kLongestLine = 4095;
 constexpr size_t kLongestCookie = 4095;
 
 // One post on its way. Lives on the worker's stack.
-class Posting {
+class Posting : private AlertOwner {
 public:
     explicit Posting(const PostJob& job) : fJob(job), fHttp(job.target.host.c_str(), "80") {}
     int32 Run();
@@ -28,6 +29,7 @@ private:
     void _ReadAnswer(PostAnswer* answer, bool* stopped);
     int32 _Judge(const PostAnswer& answer);
     void _ShowProgress(const std::string& text);
+    void PresentAlert(BAlert* alert) override;
     void _Send(BMessage* message) { fJob.window.SendMessage(message); }
 
     const PostJob& fJob;
@@ -39,6 +41,18 @@ void Posting::_ShowProgress(const std::string& text) {
     message.AddInt32("progress", 0);
     message.AddString("message", text.c_str());
     _Send(&message);
+}
+
+// It goes with the window that it concerns.
+void Posting::PresentAlert(BAlert* alert) {
+    BLooper* window = nullptr;
+    if (fJob.window.LockTarget()) {
+        fJob.window.Target(&window);
+        if (BWindow* owner = dynamic_cast<BWindow*>(window))
+            BindAlert(alert, owner);
+        window->Unlock();
+    }
+    fJob.control->PresentAlert(alert);
 }
 
 void Posting::_AddCookies() {
