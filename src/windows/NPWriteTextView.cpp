@@ -126,8 +126,15 @@ void NPWriteTextView::CutOfLine() {
 
 void NPWriteTextView::QuotePaste() {
     const std::string text = Quoted(ClipboardText());
-    if (!text.empty() && IsEditable())
-        BTextView::KeyDown(text.data(), static_cast<int32>(text.size()));
+    BClipboard quoted("quoted text"); // so that one step of undo takes it back
+    if (text.empty() || !quoted.Lock())
+        return;
+    quoted.Clear();
+    quoted.Data()->AddData("text/plain", B_MIME_TYPE, text.data(),
+                           static_cast<ssize_t>(text.size()));
+    quoted.Commit();
+    quoted.Unlock();
+    Paste(&quoted);
 }
 
 void NPWriteTextView::MouseDown(BPoint where) {
