@@ -50,7 +50,8 @@ status_t ReplaceFile(const char* path, const std::string& content) {
         const ssize_t written = file->Write(content.data(), content.size());
         if (written < 0)
             return static_cast<status_t>(written);
-        return static_cast<size_t>(written) == content.size() ? status_t(B_OK) : status_t(B_DEVICE_FULL);
+        return static_cast<size_t>(written) == content.size() ? status_t(B_OK)
+                                                              : status_t(B_DEVICE_FULL);
     });
 }
 

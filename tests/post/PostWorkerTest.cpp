@@ -139,7 +139,7 @@ TEST_F(PostWorker, AnAnswerThatSendsTheReaderBackIsSuccess) {
 TEST_F(PostWorker, AnAnswerCutBeforeItsHeaderCountsAsFinished) {
     size_t messages = 0;
     for (const RawServer::Script& script :
-         {RawServer::Reset(), RawServer::CutAfter(20, kTaken), RawServer::Reply("")}) {
+         {RawServer::Reset(), RawServer::CutAfter(10, kTaken), RawServer::Reply("")}) {
         RawServer server({script});
         Post(server.Port());
         messages += 4;
