@@ -4,7 +4,6 @@
 #include "app/NPApp.h"
 #include "post/PostForm.h"
 #include "post/PostWorker.h"
-#include "views/NPProgressView.h"
 #include "widgets/Alerts.h"
 #include "windows/WriteWindowList.h"
 #include "workers/WorkerThread.h"
@@ -19,6 +18,7 @@
 #include <Screen.h>
 #include <ScrollBar.h>
 #include <ScrollView.h>
+#include <StringView.h>
 #include <TextControl.h>
 
 #include <ctime>
@@ -139,8 +139,9 @@ void NPWriteWindow::_AddButtons(BView* base) {
     const float right = bounds.right - kInset;
     const BRect send(right - kButtonWidth, top, right, top + kRowHeight);
     const BRect cancel = send.OffsetByCopy(-kButtonWidth - 8, 0);
-    fStatus = new NPProgressView(BRect(kInset, top, cancel.left - 8, top + kRowHeight));
-    fStatus->SetResizingMode(B_FOLLOW_LEFT_RIGHT | B_FOLLOW_BOTTOM);
+    fStatus = new BStringView(BRect(kInset, top, cancel.left - 8, top + kRowHeight), "status", "",
+                              B_FOLLOW_LEFT_RIGHT | B_FOLLOW_BOTTOM,
+                              B_WILL_DRAW | B_FULL_UPDATE_ON_RESIZE);
     base->AddChild(fStatus);
     const uint32 follow = B_FOLLOW_RIGHT | B_FOLLOW_BOTTOM;
     base->AddChild(new BButton(cancel, "cancel", "取り消し", new BMessage(kMsgCancelPost), follow));
@@ -230,10 +231,8 @@ void NPWriteWindow::_EndWorker() {
 
 void NPWriteWindow::_ShowProgress(const BMessage* message) {
     BString text;
-    int32 progress = 0;
-    message->FindInt32("progress", &progress);
     if (message->FindString("message", &text) == B_OK)
-        fStatus->DrawBar(text.String(), progress);
+        fStatus->SetText(text.String());
 }
 
 void NPWriteWindow::_PostFailed(const BMessage* message) {

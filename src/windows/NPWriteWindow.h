@@ -16,7 +16,7 @@
 class BButton;
 class BMenu;
 class BTextControl;
-class NPProgressView;
+class BStringView;
 
 // What a write window is opened with; constant for its life.
 struct WriteWindowSetup {
@@ -79,7 +79,7 @@ private:
     BTextControl* fName = nullptr;
     BTextControl* fMail = nullptr;
     NPWriteTextView* fMessage = nullptr;
-    NPProgressView* fStatus = nullptr;
+    BStringView* fStatus = nullptr;
     BButton* fSendButton = nullptr;
     std::shared_ptr<WorkerControl> fWorker; // null when no post is under way
     bool fIsConfirmed = false;              // the server took what is written here
