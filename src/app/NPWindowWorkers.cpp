@@ -18,6 +18,7 @@
 namespace {
 
 constexpr bigtime_t kStopTime = 10000; // microseconds an old worker gets to see its stop
+constexpr size_t kLongestTitle = 255;  // bytes; a link's thread is called by the whole link
 
 // A name that identifies something; false, with a trace, when it does not fit its format.
 bool FindName(const BMessage* message, const char* field, size_t longest, std::string* name) {
@@ -145,7 +146,7 @@ std::unique_ptr<ThreadJob> NPWindow::_MakeThreadJob(BMessage* message) {
         return nullptr;
     BString title;
     if (fThreadOnly && message->FindString("title", &title) == B_OK)
-        SetTitle(title.String());
+        SetTitle(CutAtCharacter(title.String(), kLongestTitle).c_str());
     if (fArticleWorker != nullptr) {
         _StopWorker(&fArticleWorker);
         snooze(kStopTime);

@@ -121,6 +121,19 @@ TEST_F(EndToEnd, AThreadReopensWhereItWasLeft) {
     EXPECT_TRUE(fBrowser->WaitUntil([&] { return top() == 200; }));
 }
 
+TEST_F(EndToEnd, ALinkOfAnyLengthMakesATitleThatIsCutAtACharacter) {
+    Browser thread(fServer.Port(), true);
+    std::string title = "x";
+    while (title.size() < 100000)
+        title += "あ";
+    BMessage select(kMsgThreadSelected);
+    select.AddString("title", title.c_str());
+    select.AddString("url", "http://many.example/many/");
+    select.AddString("dat", Dat().c_str());
+    thread.Messenger().SendMessage(&select);
+    EXPECT_TRUE(thread.WaitForTitle(title.substr(0, 1 + 84 * 3)));
+}
+
 TEST_F(EndToEnd, WindowsCloseInAnyOrderWhileTheyLoad) {
     for (int i = 0; i < 4; i++) {
         Browser first(fServer.Port());
