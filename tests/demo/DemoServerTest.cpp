@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <thread>
+#include <tuple>
 
 #include <NetEndpoint.h>
 
@@ -212,6 +214,33 @@ TEST_F(DemoServerTest, MakesLargeBoardsOnDemand) {
     fServer.AddBoard("many", 1000);
     std::string subjects = _Get("/many/subject.txt").body;
     EXPECT_EQ(1000, std::count(subjects.begin(), subjects.end(), '\n'));
+}
+
+TEST_F(DemoServerTest, AThreadMayVanishMoveOrStall) {
+    fServer.AddBoard("many", 1);
+    const std::string key = fServer.Keys("many").front();
+    const std::string dat = "/many/dat/" + key + ".dat";
+    const std::tuple<Fate, int, std::string> cases[] = {
+        {Fate::kGone, 404, ""},
+        {Fate::kMoved, 302, "/many/kako/" + key + ".dat"},
+        {Fate::kMovedForGood, 301, "/many/kako/" + key + ".dat"},
+        {Fate::kServed, 200, ""},
+    };
+    for (const auto& [fate, status, location] : cases) {
+        EXPECT_TRUE(fServer.SetFate("many", key, fate));
+        const Reply reply = _Get(dat);
+        EXPECT_EQ(status, reply.status);
+        EXPECT_EQ(location, header(reply, "Location"));
+    }
+    fServer.SetFate("many", key, Fate::kStalled);
+    Reply late;
+    std::thread asks([&] { late = _Get(dat); });
+    while (fServer.CountStalled() == 0)
+        std::this_thread::yield();
+    fServer.SetFate("many", key, Fate::kServed);
+    asks.join();
+    EXPECT_EQ(200, late.status);
+    EXPECT_EQ(1, fServer.Requests().back().together);
 }
 
 TEST_F(DemoServerTest, APortInUseIsRefused) {
