@@ -193,7 +193,10 @@ bool NPWindow::_EndWorker(std::shared_ptr<WorkerControl>* worker, const BMessage
 }
 
 void NPWindow::_BoardComplete(BMessage* message) {
-    if (fThreadOnly || !_EndWorker(&fSubjectWorker, message))
+    // A thread's page that could not be had is told in this way too.
+    if (!_EndWorker(&fSubjectWorker, message) && !_EndWorker(&fArticleWorker, message))
+        return;
+    if (fThreadOnly)
         return;
     PostMessage(message, fBoardView);
     PostMessage(message, fThreadView);

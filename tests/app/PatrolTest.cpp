@@ -231,7 +231,7 @@ TEST_F(PatrolTest, StoppedDuringAVisitItEndsAtOnceAndNoAlertComes) {
     EXPECT_TRUE(server::testing::WaitUntil([&] { return fServer->CountStalled() == 1; }));
     Patrol::PressStop();
     EXPECT_TRUE(server::testing::WaitUntil([] { return !Patrol::IsOpen(); }));
-    EXPECT_TRUE(fBrowser->WaitForStatus(""));
+    EXPECT_TRUE(server::testing::WaitUntilIdle(fBrowser->Window()));
     fServer->SetFate(kFolder, stalled, Fate::kGone);
     EXPECT_TRUE(
         server::testing::WaitUntil([] { return find_thread("getArticle") == B_NAME_NOT_FOUND; }));
