@@ -43,8 +43,7 @@ protected:
     void SetUp() override { Open(BRect(300, 300, 899, 699)); }
     void TearDown() override {
         fMessenger.SendMessage(B_QUIT_REQUESTED);
-        EXPECT_TRUE(server::testing::WaitUntil([this] { return !fMessenger.IsValid(); }));
-        EXPECT_TRUE(WaitForPopUps(0));
+        EXPECT_TRUE(server::testing::WaitUntil([] { return be_app->CountWindows() == 0; }));
     }
 
     void Open(BRect frame) {
@@ -116,6 +115,12 @@ protected:
         Settle();
     }
 
+    // Beside the thread's window there are no others.
+    static size_t CountPopUps() { return static_cast<size_t>(be_app->CountWindows() - 1); }
+    static bool WaitForPopUps(size_t count) {
+        return server::testing::WaitUntil([count] { return CountPopUps() == count; });
+    }
+    // While none of them opens or closes.
     static std::vector<PopUpWindow*> PopUps() {
         std::vector<PopUpWindow*> found;
         for (int32 i = 0; BWindow* window = be_app->WindowAt(i); i++) {
@@ -124,15 +129,11 @@ protected:
         }
         return found;
     }
-    static bool WaitForPopUps(size_t count) {
-        return server::testing::WaitUntil([count] { return PopUps().size() == count; });
-    }
     // The one that a click at an offset opens.
     PopUpWindow* OpenAt(int32 offset) {
-        const size_t before = PopUps().size();
+        EXPECT_TRUE(WaitForPopUps(0));
         ClickAt(offset);
-        EXPECT_TRUE(WaitForPopUps(before + 1));
-        PopUpWindow* popUp = PopUps().empty() ? nullptr : PopUps().back();
+        PopUpWindow* popUp = CountPopUps() == 1 ? PopUps()[0] : nullptr;
         EXPECT_TRUE(server::testing::WaitUntilIdle(popUp));
         return popUp;
     }

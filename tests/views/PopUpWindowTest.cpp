@@ -33,6 +33,20 @@ protected:
         popUp->Unlock();
         return point;
     }
+    // The pop-up that a click in another opens; both know of each other then.
+    PopUpWindow* OpenIn(PopUpWindow* first, const std::string& anchor) {
+        const BPoint point = InPopUp(first, anchor);
+        MouseMove(first, point);
+        server::testing::Click(first, point);
+        EXPECT_TRUE(server::testing::WaitUntilIdle(first));
+        Settle();
+        if (CountPopUps() != 2)
+            return nullptr;
+        PopUpWindow* second = PopUps()[0] == first ? PopUps()[1] : PopUps()[0];
+        EXPECT_TRUE(server::testing::WaitUntilIdle(first));
+        EXPECT_TRUE(server::testing::WaitUntilIdle(second));
+        return second;
+    }
 };
 
 } // namespace
@@ -62,7 +76,7 @@ TEST_F(ReferencePopUps, OpensBetweenTheReferencesStrictEdges) {
     const int32 first = AnchorAt(">>2") - 1;
     for (const int32 offset : {first - 1, first + 3}) {
         ClickAt(offset);
-        EXPECT_TRUE(PopUps().empty()) << offset - first;
+        EXPECT_TRUE(CountPopUps() == 0) << offset - first;
     }
     EXPECT_NE(OpenAt(first), nullptr);
     ClickAt(0);
@@ -87,7 +101,7 @@ TEST_F(ReferencePopUps, BadReferencesOpenNothing) {
         if (link.start < OffsetOf("最後"))
             continue;
         ClickAt(link.end - 1);
-        EXPECT_TRUE(PopUps().empty()) << link.text;
+        EXPECT_TRUE(CountPopUps() == 0) << link.text;
     }
 }
 
@@ -145,7 +159,7 @@ TEST_F(ReferencePopUps, ClosesAsThePointerLeavesIt) {
     MouseMove(fWindow, PointOf(0)); // off the reference, which no longer counts
     Settle();
     EXPECT_TRUE(server::testing::WaitUntilIdle(popUp));
-    EXPECT_EQ(PopUps().size(), 1u);
+    EXPECT_EQ(CountPopUps(), 1u);
     MouseLeave(popUp);
     EXPECT_TRUE(WaitForPopUps(0));
 }
@@ -196,25 +210,22 @@ TEST_F(ReferencePopUps, StaysWhilePostsArrive) {
     PopUpWindow* popUp = OpenAt(AnchorAt(">>2"));
     ASSERT_NE(popUp, nullptr);
     AddPost(5, "新しい");
-    EXPECT_EQ(PopUps().size(), 1u);
+    EXPECT_EQ(CountPopUps(), 1u);
 }
 
 TEST_F(ReferencePopUps, AReferenceInAPopUpOpensAnother) {
     AddThread();
     PopUpWindow* first = OpenAt(AnchorAt(">>2"));
     ASSERT_NE(first, nullptr);
-    const BPoint anchor = InPopUp(first, ">>1");
-    MouseMove(first, anchor);
-    server::testing::Click(first, anchor);
-    ASSERT_TRUE(WaitForPopUps(2));
-    PopUpWindow* second = PopUps()[0] == first ? PopUps()[1] : PopUps()[0];
+    PopUpWindow* second = OpenIn(first, ">>1");
+    ASSERT_NE(second, nullptr);
     EXPECT_TRUE(TextOf(second).find("最初") != std::string::npos);
 
     // Over the second one, the first waits; left, the second closes, and the first with it.
     MouseMove(second, MiddleOf(second));
     MouseLeave(first);
     EXPECT_TRUE(server::testing::WaitUntilIdle(first));
-    EXPECT_EQ(PopUps().size(), 2u);
+    EXPECT_EQ(CountPopUps(), 2u);
     MouseLeave(second);
     EXPECT_TRUE(WaitForPopUps(0));
 }
@@ -223,10 +234,7 @@ TEST_F(ReferencePopUps, ThePointerComesBackFromTheSecondToTheFirst) {
     AddThread();
     PopUpWindow* first = OpenAt(AnchorAt(">>2"));
     ASSERT_NE(first, nullptr);
-    const BPoint anchor = InPopUp(first, ">>1");
-    MouseMove(first, anchor);
-    server::testing::Click(first, anchor);
-    ASSERT_TRUE(WaitForPopUps(2));
+    ASSERT_NE(OpenIn(first, ">>1"), nullptr);
     MouseMove(first, BPoint(2, 2)); // off the reference, and not to the second
     ASSERT_TRUE(WaitForPopUps(1));
     EXPECT_EQ(PopUps()[0], first);
