@@ -273,7 +273,8 @@ server::MenuSnapshot BMenu::Private::SnapshotOf(const BMenu* menu) {
         line.enabled = item->IsEnabled();
         line.marked = item->IsMarked();
         line.radio = menu->IsRadioMode();
-        line.token = BMenuItem::Private::TokenOf(item);
+        if (item->Submenu() == nullptr || item->Message() != nullptr)
+            line.token = BMenuItem::Private::TokenOf(item);
         if (item->Submenu() != nullptr) {
             line.hasSubmenu = true;
             line.submenu = SnapshotOf(item->Submenu());

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr float kLabelGap = 6;
+constexpr float kLabelGap = 4;
 
 } // namespace
 

@@ -23,7 +23,9 @@ struct MenuLine {
     bool marked = false;
     bool radio = false; // a mark is shown as one of several
     bool separator = false;
-    int32 token = 0; // what comes back when it is chosen; above 0
+    // What comes back when it is chosen; above 0. A line with a submenu can be chosen itself, by a
+    // click or Enter, only with one.
+    int32 token = 0;
     bool hasSubmenu = false;
     std::vector<MenuLine> submenu;
 };

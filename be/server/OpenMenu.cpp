@@ -11,6 +11,7 @@
 #include <QMouseEvent>
 
 #include <cmath>
+#include <utility>
 
 namespace server {
 
@@ -101,12 +102,8 @@ OpenMenu::OpenMenu(MenuRequest request, QWindow* owner)
     fMenu.setFont(Typeface::MenuFont());
     _Fill(&fMenu, fRequest.menu);
     fMenu.installEventFilter(this);
-    QObject::connect(&fMenu, &QMenu::triggered, this, [this](const QAction* action) {
-        MenuOutcome outcome;
-        outcome.kind = MenuOutcome::Kind::kChosen;
-        outcome.token = action->data().toInt();
-        _Finish(outcome);
-    });
+    QObject::connect(&fMenu, &QMenu::triggered, this,
+                     [this](const QAction* action) { Choose(action); });
     QObject::connect(&fMenu, &QMenu::aboutToHide, this, [this] {
         // A choice is told after the menu has begun to hide.
         QMetaObject::invokeMethod(
@@ -134,8 +131,8 @@ void OpenMenu::_AddLine(QMenu* menu, const MenuLine& line) {
         action = submenu->menuAction();
     } else {
         action = menu->addAction(LabelOf(line));
-        action->setData(line.token);
     }
+    action->setData(line.token);
     if (line.radio) {
         auto* group = new QActionGroup(menu);
         group->addAction(action);
@@ -230,13 +227,37 @@ bool OpenMenu::_KeepsOpen(const QPoint& global) const {
     return false;
 }
 
+// Qt only opens what lies below a line with a submenu, where a click or Enter may choose it too.
+bool OpenMenu::_ChoosesSubmenu(const QAction* action) {
+    if (action == nullptr || action->menu() == nullptr || !action->isEnabled() ||
+        action->data().toInt() <= 0)
+        return false;
+    Choose(action);
+    return true;
+}
+
+bool OpenMenu::_ClickChooses(const QMenu* menu, const QMouseEvent* event) {
+    const QAction* action = menu->actionAt(event->position().toPoint());
+    return action == std::exchange(fPressed, nullptr) && _ChoosesSubmenu(action);
+}
+
+bool OpenMenu::_KeyChooses(const QMenu* menu, const QKeyEvent* event) {
+    return (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) &&
+           _ChoosesSubmenu(menu->activeAction());
+}
+
 bool OpenMenu::eventFilter(QObject* watched, QEvent* event) {
+    const QMenu* menu = qobject_cast<QMenu*>(watched);
+    if (menu == nullptr) // a submenu that is being destroyed
+        return false;
     switch (event->type()) {
     case QEvent::MouseMove:
         return _IsPointingElsewhere(static_cast<QMouseEvent*>(event)->globalPosition().toPoint());
     case QEvent::MouseButtonRelease:
-        return _KeepsOpen(static_cast<QMouseEvent*>(event)->globalPosition().toPoint());
+        return _ClickChooses(menu, static_cast<QMouseEvent*>(event)) ||
+               _KeepsOpen(static_cast<QMouseEvent*>(event)->globalPosition().toPoint());
     case QEvent::MouseButtonPress: {
+        fPressed = menu->actionAt(static_cast<QMouseEvent*>(event)->position().toPoint());
         // A press on the open menu's own title closes it; Qt would pass the press on and open it
         // again.
         const QPoint global = static_cast<QMouseEvent*>(event)->globalPosition().toPoint();
@@ -248,7 +269,8 @@ bool OpenMenu::eventFilter(QObject* watched, QEvent* event) {
         return true;
     }
     case QEvent::KeyPress:
-        return watched == &fMenu && _KeyLeavesMenu(static_cast<QKeyEvent*>(event));
+        return _KeyChooses(menu, static_cast<QKeyEvent*>(event)) ||
+               (menu == &fMenu && _KeyLeavesMenu(static_cast<QKeyEvent*>(event)));
     default: return false;
     }
 }
@@ -303,11 +325,20 @@ QAction* OpenMenu::Find(const std::string& path) const {
     return FindIn(fMenu, "", path);
 }
 
-void OpenMenu::Choose(QAction* action) {
+void OpenMenu::Choose(const QAction* action) {
     MenuOutcome outcome;
     outcome.kind = MenuOutcome::Kind::kChosen;
     outcome.token = action->data().toInt();
     _Finish(outcome);
+}
+
+void OpenMenu::Click(QAction* action) {
+    const QPointF where = fMenu.actionGeometry(action).center();
+    for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        QMouseEvent event(type, where, fMenu.mapToGlobal(where), Qt::LeftButton,
+                          type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, {});
+        QCoreApplication::sendEvent(&fMenu, &event);
+    }
 }
 
 } // namespace server

@@ -22,7 +22,8 @@ public:
     // For tests
     std::vector<std::string> Labels() const;
     QAction* Find(const std::string& path) const;
-    void Choose(QAction* action);
+    void Choose(const QAction* action);
+    void Click(QAction* action); // at the top level
     void PointAt(int32 title);
     void Step(int32 direction);
 
@@ -40,10 +41,14 @@ private:
     bool _IsPointingElsewhere(const QPoint& global);
     bool _KeyLeavesMenu(const QKeyEvent* event);
     bool _KeepsOpen(const QPoint& global) const;
+    bool _ChoosesSubmenu(const QAction* action);
+    bool _ClickChooses(const QMenu* menu, const QMouseEvent* event);
+    bool _KeyChooses(const QMenu* menu, const QKeyEvent* event);
 
     MenuRequest fRequest;
     QMenu fMenu;
     QPointer<QWindow> fOwner;
+    const QAction* fPressed = nullptr; // only compared
     bool fFinished = false;
 };
 

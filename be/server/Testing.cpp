@@ -299,10 +299,13 @@ bool MenuLineIsEnabled(const std::string& path) {
 
 bool ChooseMenuLine(const std::string& path) {
     return WithLine(path, [](OpenMenu& menu, QAction* action) {
-        if (!action->isEnabled() || action->menu() != nullptr)
+        if (!action->isEnabled() || action->data().toInt() <= 0)
             return false;
-        menu.Choose(action);
-        return true;
+        if (action->menu() != nullptr)
+            menu.Click(action);
+        else
+            menu.Choose(action);
+        return OpenMenu::Current() != &menu;
     });
 }
 

@@ -17,6 +17,13 @@ constexpr uint32 kMsgThreadInWindow = 'mTNW'; // window: "frame", "dat", "url", 
 constexpr uint32 kMsgThreadInWindowCached = 'mTCW';
 constexpr uint32 kMsgBoardInWindow = 'mBNW'; // window: "frame", "board", "url"
 constexpr uint32 kMsgBoardInWindowCached = 'mBNC';
+constexpr uint32 kMsgUpdateBoardMenu = 'mUBT'; // menu
+constexpr uint32 kMsgUpdateEnded =
+    'mUBF'; // update window as it closes: "complete" bool; its worker: "menu" raw bytes
+
+// To the update window.
+constexpr uint32 kMsgBeginUpdate = 'mUBB';  // the application
+constexpr uint32 kMsgUpdateStatus = 'mUBS'; // its worker: "text" string
 
 // To a browser window.
 constexpr uint32 kMsgBoardSelected =
@@ -28,12 +35,18 @@ constexpr uint32 kMsgThreadSelectedCached = 'mTSC';
 constexpr uint32 kMsgBoardComplete = 'mBRF'; // subject workers: "port" int32, the list's own fields
 constexpr uint32 kMsgThreadComplete =
     'mTRF'; // thread workers: "port", "dat", "res_num", "last_modified"
-constexpr uint32 kMsgBoardMenuChanged = 'mUBV';
+constexpr uint32 kMsgBoardMenuChanged = 'mUBV'; // application: the menu file is another
 
 // From the menu to a browser window.
 constexpr uint32 kMsgListBookmarks = 'mBMS';
 constexpr uint32 kMsgStartPatrol = 'mBMP';
 constexpr uint32 kMsgOpenBookmarkFolder = 'mBME';
+constexpr uint32 kMsgOpenPrefs = 'mPPG';
+constexpr uint32 kMsgOpenSearch = 'mSRQ';
+
+// Between a browser window and its search window.
+constexpr uint32 kMsgSearchStep = 'mSBG';   // to the browser: "thread", "article" bool, "text"
+constexpr uint32 kMsgSearchClosed = 'mSQT'; // to the browser: "window" messenger
 
 // Between a browser window and its patrol window.
 constexpr uint32 kMsgStepEnded = 'mBPB';   // to the patrol: the list or a visit has ended
@@ -63,7 +76,7 @@ constexpr uint32 kMsgPostDone =
     'mWMF'; // post worker: "unconfirmed" bool when the server's answer was lost
 constexpr uint32 kMsgNameChosen = 'mWMM'; // menus of earlier entries: "text" string
 constexpr uint32 kMsgMailChosen = 'mWMN';
-constexpr uint32 kMsgActivateWindow = 'mWMA'; // its thread's write button, pressed again
+constexpr uint32 kMsgActivateWindow = 'mWMA'; // to any window that opens once: it is wanted again
 constexpr uint32 kMsgQuotePaste = 'mTQP';     // the editor's own menu
 
 // From a window to its worker's port, with one byte of value 1.

@@ -4,7 +4,10 @@
 #include "app/Messages.h"
 #include "app/NPWindow.h"
 #include "app/TimeCursors.h"
+#include "views/BoardFiles.h"
 #include "widgets/Alerts.h"
+#include "windows/NPAboutWindow.h"
+#include "windows/NPUpdateWindow.h"
 
 #include <Cursor.h>
 #include <Directory.h>
@@ -84,7 +87,11 @@ bool NPApp::QuitRequested() {
 }
 
 void NPApp::AboutRequested() {
-    BApplication::AboutRequested();
+    if (fAboutWindow.SendMessage(kMsgActivateWindow) == B_OK)
+        return;
+    NPAboutWindow* window = new NPAboutWindow();
+    fAboutWindow = BMessenger(window);
+    window->Show();
 }
 
 int32 NPApp::GetWriteWindowRect(BRect* out) const {
@@ -107,6 +114,8 @@ void NPApp::MessageReceived(BMessage* message) {
     case kMsgThreadInWindowCached: _OpenThread(message, kMsgThreadSelectedCached); break;
     case kMsgBoardInWindow: _OpenBoard(message, kMsgBoardSelected); break;
     case kMsgBoardInWindowCached: _OpenBoard(message, kMsgBoardSelectedCached); break;
+    case kMsgUpdateBoardMenu: _UpdateBoardMenu(message); break;
+    case kMsgUpdateEnded: _UpdateEnded(message); break;
     case kMsgBusyCursor: _ChangeBusyCursor(message); break;
     default: BApplication::MessageReceived(message);
     }
@@ -208,6 +217,39 @@ void NPApp::_ActivateNextWindow() {
         WithWindow(WindowAt((i + 1) % count), [](BWindow* window) { window->Activate(true); });
         return;
     }
+}
+
+// The window is recorded only while it is being opened: several updates may run at once.
+void NPApp::_UpdateBoardMenu(BMessage* message) {
+    if (fUpdateWindow != nullptr)
+        return;
+    _OpenUpdateWindow().SendMessage(kMsgBeginUpdate);
+    _UpdateEnded(message);
+}
+
+BMessenger NPApp::_OpenUpdateWindow() {
+    NPUpdateWindow::Setup setup;
+    BString host;
+    BString port;
+    setup.application = be_app_messenger;
+    setup.folder = BoardFolder();
+    fSettings->Get("proxy", &setup.proxy.use);
+    if (fSettings->Get("proxy_host", &host) != B_OK || fSettings->Get("proxy_port", &port) != B_OK)
+        setup.proxy.use = false;
+    setup.proxy.host = host.String();
+    setup.proxy.port = port.String();
+    fUpdateWindow = new NPUpdateWindow(setup);
+    const BMessenger messenger(fUpdateWindow);
+    fUpdateWindow->Show();
+    return messenger;
+}
+
+// Only browser windows heed the news.
+void NPApp::_UpdateEnded(BMessage* message) {
+    bool complete = false;
+    if (message->FindBool("complete", &complete) == B_OK && complete)
+        _Broadcast(BMessage(kMsgBoardMenuChanged));
+    fUpdateWindow = nullptr;
 }
 
 void NPApp::_WindowClosed() {

@@ -6,6 +6,7 @@
 #include <Messenger.h>
 #include <Rect.h>
 
+class NPUpdateWindow;
 class NPWindow;
 
 constexpr const char* kSignature = "application/x-vnd.Itamori";
@@ -44,11 +45,16 @@ private:
     void _OpenThread(BMessage* message, uint32 selection);
     void _OpenBoard(BMessage* message, uint32 selection);
     void _ActivateNextWindow();
+    void _UpdateBoardMenu(BMessage* message);
+    void _UpdateEnded(BMessage* message);
+    BMessenger _OpenUpdateWindow();
     void _WindowClosed();
     void _ChangeBusyCursor(BMessage* message);
 
     SettingsFile* fSettings = nullptr;
     int32 fWindowCount = 0;
     int32 fBusyCount = 0;
+    NPUpdateWindow* fUpdateWindow = nullptr; // while it is being opened
+    BMessenger fAboutWindow;
     bool fShowsBusy = false;
 };

@@ -101,6 +101,12 @@ void NPWindow::MessageReceived(BMessage* message) {
     case kMsgVisitNext: _VisitNext(message); break;
     case kMsgPatrolEnded: _EndPatrol(); break;
 
+    // Search and preferences
+    case kMsgOpenPrefs: OpenPrefsWindow(); break;
+    case kMsgOpenSearch: _OpenSearch(); break;
+    case kMsgSearchStep: _SearchStep(message); break;
+    case kMsgSearchClosed: _SearchClosed(message); break;
+
     // From workers
     case kMsgBoardComplete: _BoardComplete(message); break;
     case kMsgThreadComplete: _ThreadComplete(message); break;
@@ -204,6 +210,7 @@ bool NPWindow::QuitRequested() {
     _StopWorker(&fArticleWorker);
     if (fPatrolling)
         fPatrolWindow.SendMessage(B_QUIT_REQUESTED);
+    fSearchWindow.SendMessage(B_QUIT_REQUESTED);
     if (!fThreadOnly)
         _SaveLayout();
     be_app_messenger.SendMessage(kMsgWindowClosed);

@@ -113,6 +113,16 @@ private:
     void _Visit(class NPThreadItem* item);
     void _EndPatrol();
 
+    // Search and preferences
+    enum : uint8 { kSearchTitles = 1, kSearchArticle = 2 };
+    void OpenPrefsWindow();
+    void _OpenSearch();
+    void _SearchStep(const BMessage* message);
+    void _SearchClosed(const BMessage* message);
+    void Search(const char* text, uint8 where);
+    void _SearchTitles(const char* text);
+    void _SearchArticle(const char* text);
+
     // Requests for new windows
     void _ForwardWithFrame(BMessage* message);
     void _ForwardThread(BMessage* message);
@@ -140,4 +150,7 @@ private:
     BMessenger fPatrolWindow; // meaningful while patrolling
     bool fPatrolling = false;
     std::shared_ptr<WorkerControl> fVisit; // the patrol's last one
+    BMessenger fSearchWindow;              // invalid without one
+    int32 fSearchPosition = -1;            // the row of the last match; −1: from the top
+    int32 fSearchIndex = 0;                // the article's byte where the next step looks
 };

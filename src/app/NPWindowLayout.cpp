@@ -42,11 +42,17 @@ constexpr MenuEntry kMenus[] = {
     {"ファイル", "オフライン", kMsgToggleOnline, 'L', Target::kApplication},
     {"ファイル", "シングルクリック", kMsgToggleClick, 0, Target::kApplication},
     {"ファイル", nullptr, 0, 0, Target::kWindow},
+    {"ファイル", "板(2ch)一覧の更新", kMsgUpdateBoardMenu, 0, Target::kApplication},
+    {"ファイル", nullptr, 0, 0, Target::kWindow},
+    {"ファイル", "設定", kMsgOpenPrefs, 0, Target::kWindow},
+    {"ファイル", nullptr, 0, 0, Target::kWindow},
     {"ファイル", "閉じる", B_QUIT_REQUESTED, 'W', Target::kWindow},
     {"ファイル", "終了", B_QUIT_REQUESTED, 'Q', Target::kApplication},
+    {"編集", "検索", kMsgOpenSearch, 'S', Target::kWindow},
     {"ブックマーク", "一覧", kMsgListBookmarks, 'B', Target::kWindow},
     {"ブックマーク", "巡回", kMsgStartPatrol, 0, Target::kWindow},
     {"ブックマーク", "フォルダを開く", kMsgOpenBookmarkFolder, 0, Target::kWindow},
+    {"ヘルプ", "…", B_ABOUT_REQUESTED, 0, Target::kApplication},
 };
 
 constexpr const char* kWidthKeys[] = {"column_no",     "column_thread",   "column_res",

@@ -201,6 +201,7 @@ void NPWindow::_BoardComplete(BMessage* message) {
     PostMessage(message, fBoardView);
     PostMessage(message, fThreadView);
     _AskPatrolForNext();
+    fSearchPosition = -1;
 }
 
 void NPWindow::_ThreadComplete(BMessage* message) {
@@ -209,6 +210,8 @@ void NPWindow::_ThreadComplete(BMessage* message) {
         PostMessage(message, fThreadView);
     else
         fParent.SendMessage(message);
-    if (isOwn)
-        _AskPatrolForNext();
+    if (!isOwn)
+        return;
+    _AskPatrolForNext();
+    fSearchIndex = 0;
 }

@@ -78,6 +78,10 @@ bool NPBoardListView::CategoryExpandedAt(int32 category) {
     return FullListItemAt(fCategories[category])->IsExpanded();
 }
 
+void NPBoardListView::SetCategoryExpanded(int32 category, bool expanded) {
+    SetExpanded(FullListItemAt(fCategories[category]), expanded);
+}
+
 void NPBoardListView::MessageReceived(BMessage* message) {
     const char* url = nullptr;
     if (message->what != kMsgBoardInBrowser)

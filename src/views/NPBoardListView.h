@@ -27,6 +27,7 @@ public:
     int32 CountCategories() const { return static_cast<int32>(fCategories.size()); }
     const char* CategoryNameAt(int32 category);
     bool CategoryExpandedAt(int32 category);
+    void SetCategoryExpanded(int32 category, bool expanded);
 
     void MessageReceived(BMessage* message) override;
 

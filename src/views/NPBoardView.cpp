@@ -26,8 +26,25 @@ void NPBoardView::AttachedToWindow() {
 }
 
 void NPBoardView::UpdateBBSMenu() {
+    const float position = GetScrollBarPosition();
+    _KeepExpansion();
     fList->CleanUp();
     _Fill();
+    _RestoreExpansion();
+    SetScrollBarPosition(position);
+}
+
+void NPBoardView::_KeepExpansion() {
+    for (int32 i = 0; i < CountCategories(); i++)
+        fExpansion[CategoryItemAt(i)] = CategoryExpanded(i);
+}
+
+void NPBoardView::_RestoreExpansion() {
+    for (int32 i = 0; i < CountCategories(); i++) {
+        const auto kept = fExpansion.find(CategoryItemAt(i));
+        if (kept != fExpansion.end())
+            fList->SetCategoryExpanded(i, kept->second);
+    }
 }
 
 // Nothing waits for the alert: the window goes on.

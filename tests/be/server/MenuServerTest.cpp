@@ -80,6 +80,19 @@ TEST_F(NativeMenu, AChosenLineGivesItsToken) {
     EXPECT_EQ(4, Outcome().token);
 }
 
+TEST_F(NativeMenu, ALineWithASubmenuIsChosenOnlyWithATokenOfItsOwn) {
+    Open();
+    EXPECT_FALSE(server::testing::ChooseMenuLine("More"));
+    server::testing::DismissMenu();
+    Outcome();
+    outcome.reset();
+    request.menu.back().token = 6;
+    Open();
+    EXPECT_TRUE(server::testing::ChooseMenuLine("More"));
+    EXPECT_EQ(MenuOutcome::Kind::kChosen, Outcome().kind);
+    EXPECT_EQ(6, Outcome().token);
+}
+
 TEST_F(NativeMenu, ASecondMenuEndsTheFirst) {
     Open();
     MenuRequest second;
