@@ -69,6 +69,7 @@ public:
     static int32 getSubjectCache(void* job);
     static int32 getBookmark(void* job);
     static int32 getArticle(void* job);
+    static int32 getArticle_cgi(void* job);
     static int32 getArticleCache(void* job);
 
 private:

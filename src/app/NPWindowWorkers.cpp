@@ -50,6 +50,10 @@ int32 NPWindow::getArticle(void* data) {
     return ArticleDownload(TakeOverJob<ThreadJob>(data, "getArticle")).Run();
 }
 
+int32 NPWindow::getArticle_cgi(void* data) {
+    return CgiDownload(TakeOverJob<ThreadJob>(data, "getArticle_cgi")).Run();
+}
+
 int32 NPWindow::getArticleCache(void* data) {
     return ArticleReplay(TakeOverJob<ThreadJob>(data, "getArticleCache")).Run();
 }
@@ -159,7 +163,11 @@ std::unique_ptr<ThreadJob> NPWindow::_MakeThreadJob(BMessage* message) {
 
 void NPWindow::ThreadSelected(BMessage* message) {
     std::unique_ptr<ThreadJob> job = _MakeThreadJob(message);
-    if (job != nullptr && _FillProxy(&job->proxy))
+    if (job == nullptr || !_FillProxy(&job->proxy))
+        return;
+    if (job->dat.find("cgi") != job->dat.npos)
+        _StartThread(std::move(job), getArticle_cgi, "getArticle_cgi");
+    else
         _StartThread(std::move(job), getArticle, "getArticle");
 }
 
@@ -192,11 +200,13 @@ bool NPWindow::_EndWorker(std::shared_ptr<WorkerControl>* worker, const BMessage
     return true;
 }
 
+// A thread's worker that was refused by its server ends this way too.
 void NPWindow::_BoardComplete(BMessage* message) {
-    // A thread's page that could not be had is told in this way too.
-    if (!_EndWorker(&fSubjectWorker, message) && !_EndWorker(&fArticleWorker, message))
+    if (_EndWorker(&fArticleWorker, message)) {
+        _AskPatrolForNext();
         return;
-    if (fThreadOnly)
+    }
+    if (fThreadOnly || !_EndWorker(&fSubjectWorker, message))
         return;
     PostMessage(message, fBoardView);
     PostMessage(message, fThreadView);

@@ -36,7 +36,6 @@ struct ThreadJob {
     std::string url;
     std::string dat;
     ProxySetting proxy;
-    int32 res = 0;
     bool cacheEnabled = false;
     bool bookmark = false; // update the cache and the counts, show nothing
     std::shared_ptr<WindowLink> window;
