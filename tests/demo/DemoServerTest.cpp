@@ -143,7 +143,7 @@ TEST_F(DemoServerTest, TheMenuIsReadAsTheProgramReadsIt) {
     BString text(page.c_str());
     BBSTable table(&text);
     ASSERT_EQ(0, table.parseBBSTable());
-    EXPECT_EQ(3, table.countCategories());
+    EXPECT_EQ(4, table.countCategories());
     EXPECT_NE(std::string::npos, page.find("<A HREF=http://life.example/daily/>"));
 }
 
