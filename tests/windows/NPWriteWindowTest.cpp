@@ -166,6 +166,28 @@ TEST_F(Posting, APostAppearsInTheReloadedThread) {
     EXPECT_FALSE(fFolder.Has("2ch/Drafts/many.example/many/" + fKey + ".txt"));
 }
 
+TEST(NPWriteWindow, AThreadReadPageByPageIsPostedToThroughItsOwnCgi) {
+    for (const char* board : {"many", "pref/many"}) {
+        ScratchFolder folder;
+        DemoServer server;
+        server.AddBoard(board, 1, BoardKind::kCgi);
+        ASSERT_TRUE(server.Start());
+        Browser browser(server.Port());
+        BMessage message(kMsgThreadSelected);
+        message.AddString("dat", (server.Keys(board).front() + ".cgi").c_str());
+        message.AddString("url", (std::string("http://many.example/") + board + "/").c_str());
+        browser.Messenger().SendMessage(&message);
+        ASSERT_TRUE(browser.WaitForThread("スレッド その1 (1)"));
+        browser.Window()->PostMessage(kMsgOpenWriteWindow, browser.Article());
+        Writer writer;
+        writer.Type("こんにちは");
+        writer.Send();
+        EXPECT_TRUE(writer.WaitUntilClosed());
+        EXPECT_TRUE(browser.WaitForThread("スレッド その1 (2)"));
+        EXPECT_NE(browser.Text().find("こんにちは"), std::string::npos);
+    }
+}
+
 TEST_F(Posting, ARefusedPostStaysReadyToBeSentAgain) {
     OpenWriter();
     Writer writer;
