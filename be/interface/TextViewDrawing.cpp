@@ -16,7 +16,7 @@ constexpr char kBulletUtf8[] = "\xE2\x97\x8F";
 
 rgb_color SelectionColor(bool active) {
     return active ? ui_color(B_LIST_SELECTED_BACKGROUND_COLOR)
-                  : tint_color(ui_color(B_PANEL_BACKGROUND_COLOR), 1.08F);
+                  : tint_color(ui_color(B_PANEL_BACKGROUND_COLOR), 1.2F);
 }
 
 } // namespace

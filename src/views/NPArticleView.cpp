@@ -20,6 +20,7 @@
 #include <ScrollBar.h>
 #include <ScrollView.h>
 
+#include <cmath>
 #include <cstring>
 #include <optional>
 
@@ -138,7 +139,12 @@ int32 NPArticleView::TextLength() const {
 
 void NPArticleView::SelectText(int32 start, int32 end) {
     fTextView->Select(start, end);
-    fTextView->ScrollToSelection();
+    const BRect view = fTextView->Bounds();
+    float height = 0;
+    const float top = fTextView->PointAt(start, &height).y;
+    // What stands around it is shown with it.
+    if (top < view.top || top + height > view.bottom)
+        fScrollView->ScrollBar(B_VERTICAL)->SetValue(std::floor(top - view.Height() / 3));
 }
 
 void NPArticleView::_ShowTitle(const char* title) {

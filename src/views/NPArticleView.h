@@ -32,6 +32,7 @@ public:
     const char* GetTitle() const;
     const char* GetText() const;
     int32 TextLength() const;
+    // And scrolls there.
     void SelectText(int32 start, int32 end);
 
     void AttachedToWindow() override;

@@ -9,7 +9,7 @@ namespace {
 
 // Sooner than the selection itself, the row of a list that has not the keyboard.
 rgb_color Faded(rgb_color color, rgb_color background) {
-    const auto mix = [](uint8 a, uint8 b) { return static_cast<uint8>((a + 2 * b) / 3); };
+    const auto mix = [](uint8 a, uint8 b) { return static_cast<uint8>((a + b) / 2); };
     return {mix(color.red, background.red), mix(color.green, background.green),
             mix(color.blue, background.blue), 255};
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/Browser.h"
+#include "support/OpenWindow.h"
 
 #include "cache/NPBookmark.h"
 
@@ -48,14 +49,6 @@ public:
     // Calls with the patrol window locked; false without one.
     template <typename Call>
     static bool With(Call call) {
-        for (int32 i = 0; i < be_app->CountWindows(); i++) {
-            BWindow* window = dynamic_cast<NPPatrolWindow*>(be_app->WindowAt(i));
-            if (window == nullptr || !window->Lock())
-                continue;
-            call(window);
-            window->Unlock();
-            return true;
-        }
-        return false;
+        return WithOpen<NPPatrolWindow>(call);
     }
 };
