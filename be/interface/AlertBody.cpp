@@ -84,6 +84,7 @@ BPoint AlertBody::_PlaceButtons(const std::vector<BButton*>& buttons, button_wid
                                 float top) {
     const BFont font(be_plain_font);
     std::vector<float> widths;
+    widths.reserve(buttons.size());
     for (BButton* button : buttons)
         widths.push_back(std::ceil(font.StringWidth(button->Label())) + kButtonPadding);
     const float widest = widths.empty() ? 0 : *std::max_element(widths.begin(), widths.end());

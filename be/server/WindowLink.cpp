@@ -15,7 +15,7 @@ WindowLink::WindowLink(const WindowSpec& spec)
 WindowLink::~WindowLink() {
     // The server closes native windows; one that is still there belongs to a server that has
     // stopped.
-    fNative.release();
+    static_cast<void>(fNative.release());
 }
 
 void WindowLink::Open(const BMessenger& target) {

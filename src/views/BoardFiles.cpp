@@ -92,7 +92,8 @@ std::vector<BBSTable::Category> ReadExtraBoards(const std::string& folder) {
         BBSTable::Category category;
         if (!IsGoodComponent(name.c_str()))
             fprintf(stderr, "bbs.list: refused the file name \"%s\"\n", name.c_str());
-        else if (ReadWholeFile((folder + "/" + name).c_str(), &text) == B_OK &&
+        else if (ReadWholeFile(std::string(folder).append("/").append(name).c_str(), &text) ==
+                     B_OK &&
                  ParseExtraBoards(text, &category))
             categories.push_back(std::move(category));
     }

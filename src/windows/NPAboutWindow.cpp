@@ -24,7 +24,7 @@ constexpr float kButtonHeight = 24;
 
 // Paragraphs are divided by empty lines.
 constexpr const char* kLines[] = {
-    "バージョン " ITAMORI_VERSION,
+    ("バージョン " ITAMORI_VERSION),
     "",
     "2ch型掲示板を読み書きするプログラム",
     "",

@@ -40,7 +40,7 @@ bool SpawnWorker(int32 (*entry)(void*), const char* name, std::unique_ptr<Job>* 
     const thread_id thread = spawn_thread(entry, name, kWorkerPriority, job->get());
     if (thread < 0)
         return false;
-    job->release();
+    static_cast<void>(job->release()); // the thread has it
     control->TakeCursor();
     resume_thread(thread);
     return true;
