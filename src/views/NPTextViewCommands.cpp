@@ -175,7 +175,7 @@ void NPTextView::KeyDown(const char* bytes, int32 numBytes) {
 // True when the key is done with. Home and End share their bytes with Ctrl and a letter.
 bool NPTextView::_HandleKey(char byte) {
     int32 key = 0;
-    int32 raw = byte;
+    int32 raw = static_cast<uchar>(byte);
     if (const BMessage* message = Window()->CurrentMessage()) {
         message->FindInt32("key", &key);
         message->FindInt32("raw_char", &raw);
