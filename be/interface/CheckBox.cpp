@@ -2,14 +2,6 @@
 
 #include "interface/ControlPrivate.h"
 
-#include <algorithm>
-
-namespace {
-
-constexpr float kLabelGap = 7;
-
-} // namespace
-
 BCheckBox::BCheckBox(BRect frame, const char* name, const char* label, BMessage* message,
                      uint32 resizeMask, uint32 flags)
     : BControl(frame, name, label, message, resizeMask, flags) {}
@@ -17,48 +9,25 @@ BCheckBox::BCheckBox(BRect frame, const char* name, const char* label, BMessage*
 BCheckBox::~BCheckBox() = default;
 
 void BCheckBox::Draw(BRect) {
-    control_look::State state = Private::StateOf(this);
-    state.pressed = fPressed;
-    const BRect mark = control_look::MarkFrame(Bounds());
-    control_look::DrawCheckBox(this, mark, Value() != B_CONTROL_OFF, state);
-    BRect label = Bounds();
-    label.left = mark.right + kLabelGap;
-    control_look::DrawLabel(this, Label(), label, B_ALIGN_LEFT, IsEnabled());
+    Private::DrawMarked(this, fPressed, control_look::DrawCheckBox);
 }
 
 void BCheckBox::MouseDown(BPoint) {
-    if (!Private::TakesPress(this))
-        return;
-    SetTracking(true);
-    fPressed = true;
-    Invalidate();
-    SetMouseEventMask(B_POINTER_EVENTS, B_NO_POINTER_HISTORY);
+    Private::BeginPress(this, &fPressed);
 }
 
 void BCheckBox::MouseMoved(BPoint where, uint32 transit, const BMessage* dragMessage) {
     BControl::MouseMoved(where, transit, dragMessage);
-    if (!IsTracking() || fPressed == Bounds().Contains(where))
-        return;
-    fPressed = !fPressed;
-    Invalidate();
+    Private::MovePress(this, where, &fPressed);
 }
 
 void BCheckBox::MouseUp(BPoint where) {
-    if (!IsTracking())
-        return;
-    SetTracking(false);
-    fPressed = false;
-    Invalidate();
-    if (!Bounds().Contains(where))
+    if (!Private::EndPress(this, where, &fPressed))
         return;
     SetValue(Value() == B_CONTROL_OFF ? B_CONTROL_ON : B_CONTROL_OFF);
     Invoke();
 }
 
 void BCheckBox::GetPreferredSize(float* width, float* height) {
-    if (width != nullptr)
-        *width = control_look::MarkFrame(Bounds()).right + kLabelGap +
-                 control_look::LabelWidth(this, Label());
-    if (height != nullptr)
-        *height = std::max(control_look::kFieldHeight, control_look::LineHeight(this) + 4) - 1;
+    Private::GetMarkedSize(this, width, height);
 }

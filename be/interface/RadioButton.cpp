@@ -2,11 +2,7 @@
 
 #include "interface/ControlPrivate.h"
 
-#include <algorithm>
-
 namespace {
-
-constexpr float kLabelGap = 7;
 
 // The next enabled one of the group in this direction; null at its end.
 BRadioButton* Neighbour(BView* view, bool backwards) {
@@ -34,39 +30,20 @@ BRadioButton::BRadioButton(BRect frame, const char* name, const char* label, BMe
 BRadioButton::~BRadioButton() = default;
 
 void BRadioButton::Draw(BRect) {
-    control_look::State state = Private::StateOf(this);
-    state.pressed = fPressed;
-    const BRect mark = control_look::MarkFrame(Bounds());
-    control_look::DrawRadioButton(this, mark, Value() != B_CONTROL_OFF, state);
-    BRect label = Bounds();
-    label.left = mark.right + kLabelGap;
-    control_look::DrawLabel(this, Label(), label, B_ALIGN_LEFT, IsEnabled());
+    Private::DrawMarked(this, fPressed, control_look::DrawRadioButton);
 }
 
 void BRadioButton::MouseDown(BPoint) {
-    if (!Private::TakesPress(this))
-        return;
-    SetTracking(true);
-    fPressed = true;
-    Invalidate();
-    SetMouseEventMask(B_POINTER_EVENTS, B_NO_POINTER_HISTORY);
+    Private::BeginPress(this, &fPressed);
 }
 
 void BRadioButton::MouseMoved(BPoint where, uint32 transit, const BMessage* dragMessage) {
     BControl::MouseMoved(where, transit, dragMessage);
-    if (!IsTracking() || fPressed == Bounds().Contains(where))
-        return;
-    fPressed = !fPressed;
-    Invalidate();
+    Private::MovePress(this, where, &fPressed);
 }
 
 void BRadioButton::MouseUp(BPoint where) {
-    if (!IsTracking())
-        return;
-    SetTracking(false);
-    fPressed = false;
-    Invalidate();
-    if (!Bounds().Contains(where))
+    if (!Private::EndPress(this, where, &fPressed))
         return;
     SetValue(B_CONTROL_ON);
     Invoke();
@@ -111,9 +88,5 @@ void BRadioButton::SetValue(int32 value) {
 }
 
 void BRadioButton::GetPreferredSize(float* width, float* height) {
-    if (width != nullptr)
-        *width = control_look::MarkFrame(Bounds()).right + kLabelGap +
-                 control_look::LabelWidth(this, Label());
-    if (height != nullptr)
-        *height = std::max(control_look::kFieldHeight, control_look::LineHeight(this) + 4) - 1;
+    Private::GetMarkedSize(this, width, height);
 }
