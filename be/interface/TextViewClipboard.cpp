@@ -53,6 +53,7 @@ void BTextView::Copy(BClipboard* clipboard) {
 }
 
 void BTextView::Cut(BClipboard* clipboard) {
+    fPrivate->AbandonComposition();
     if (!fPrivate->editable || fPrivate->caret.IsEmpty() || IsTypingHidden())
         return;
     Copy(clipboard);
@@ -62,6 +63,7 @@ void BTextView::Cut(BClipboard* clipboard) {
 void BTextView::Paste(BClipboard* clipboard) {
     if (!fPrivate->editable || clipboard == nullptr || !clipboard->Lock())
         return;
+    fPrivate->AbandonComposition();
     const BMessage* data = clipboard->Data();
     const void* text = nullptr;
     ssize_t length = 0;
@@ -81,6 +83,7 @@ void BTextView::Paste(BClipboard* clipboard) {
 }
 
 void BTextView::Clear() {
+    fPrivate->AbandonComposition();
     if (fPrivate->editable && !fPrivate->caret.IsEmpty())
         fPrivate->ReplaceSelection(B_UNDO_CLEAR, "", 0);
 }

@@ -58,8 +58,11 @@ void BTextView::Private::Erase(bool forward, bool word) {
 }
 
 bool BTextView::Private::TakeBack(bool redo) {
+    if (!editable)
+        return false;
+    AbandonComposition();
     std::optional<TextEdit> edit = redo ? history.TakeRedo() : history.TakeUndo();
-    if (!edit || !editable)
+    if (!edit)
         return false;
     StyledText& gone = redo ? edit->removed : edit->inserted;
     StyledText& back = redo ? edit->inserted : edit->removed;
