@@ -33,10 +33,13 @@ const Job& TakeOverJob(void* data, const char* name) {
     return *handler->job;
 }
 
-// Starts a worker, which then owns the job; false when there is no thread to be had.
+// Starts a worker, which then owns the job; false when there is no thread, or no port that could
+// stop it, to be had.
 template <typename Job>
 bool SpawnWorker(int32 (*entry)(void*), const char* name, std::unique_ptr<Job>* job) {
     const std::shared_ptr<WorkerControl> control = (*job)->control;
+    if (control->Port() < 0)
+        return false;
     const thread_id thread = spawn_thread(entry, name, kWorkerPriority, job->get());
     if (thread < 0)
         return false;
