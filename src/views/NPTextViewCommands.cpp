@@ -8,6 +8,7 @@
 #include "views/BoardFiles.h"
 #include "views/NPStringView.h"
 #include "views/PopUpMessages.h"
+#include "widgets/MenuKey.h"
 
 #include <Clipboard.h>
 #include <InterfaceDefs.h>
@@ -24,7 +25,6 @@
 
 namespace {
 
-constexpr int32 kMenuKey = 0x68;
 constexpr float kOpenReach = 5; // pixels around the click in which releasing keeps the menu open
 
 BMenuItem* RangeItem(const char* label, uint32 code, int32 start, int32 finish) {
@@ -174,17 +174,14 @@ void NPTextView::KeyDown(const char* bytes, int32 numBytes) {
 
 // True when the key is done with. Home and End share their bytes with Ctrl and a letter.
 bool NPTextView::_HandleKey(char byte) {
-    int32 key = 0;
     int32 raw = static_cast<uchar>(byte);
-    if (const BMessage* message = Window()->CurrentMessage()) {
-        message->FindInt32("key", &key);
+    if (const BMessage* message = Window()->CurrentMessage())
         message->FindInt32("raw_char", &raw);
-    }
     if (byte == B_ESCAPE && !fPopUps.IsEmpty()) {
         _ClosePopUps();
         return true;
     }
-    if (key == kMenuKey || (byte == B_FUNCTION_KEY && key == B_F10_KEY)) {
+    if (IsMenuKey(Window()->CurrentMessage())) {
         _OpenMenuByKey();
         return true;
     }

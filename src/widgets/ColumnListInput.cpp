@@ -1,15 +1,12 @@
 #include "widgets/ColumnListView.h"
 
+#include "widgets/MenuKey.h"
+
 #include <InterfaceDefs.h>
 #include <Message.h>
 #include <Window.h>
 
 #include <algorithm>
-
-namespace {
-// The "key" of the key between the right Command and Control keys.
-constexpr int32 kMenuKey = 0x68;
-} // namespace
 
 bool ColumnListView::_IsOnExpander(const CLVListItem* row, BPoint where) const {
     if (!row->IsSuperitem())
@@ -68,12 +65,9 @@ void ColumnListView::_PressArrow(char key) {
 }
 
 void ColumnListView::KeyDown(const char* bytes, int32 numBytes) {
-    int32 key = 0;
-    if (BMessage* message = Window()->CurrentMessage())
-        message->FindInt32("key", &key);
     const int32 selection = fSelected != nullptr ? fRows.VisibleIndexOf(fSelected) : -1;
     const int32 row = FullListCurrentSelection();
-    if (key == kMenuKey || (bytes[0] == B_FUNCTION_KEY && key == B_F10_KEY)) {
+    if (IsMenuKey(Window()->CurrentMessage())) {
         if (row >= 0)
             OpenRowMenu(row, SelectionOnScreen());
         return;
