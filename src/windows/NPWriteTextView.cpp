@@ -1,6 +1,7 @@
 #include "windows/NPWriteTextView.h"
 
 #include "app/Messages.h"
+#include "widgets/MenuKey.h"
 
 #include <AppDefs.h>
 #include <Clipboard.h>
@@ -72,8 +73,10 @@ void NPWriteTextView::FrameResized(float width, float height) {
 }
 
 void NPWriteTextView::KeyDown(const char* bytes, int32 numBytes) {
+    if (IsMenuKey(Window()->CurrentMessage()))
+        return _OpenMenuByKey();
     const char letter = numBytes == 1 ? ControlLetter(Window()->CurrentMessage()) : '\0';
-    const bool isBinding = fBindings == Bindings::kEmacs && letter != 0;
+    const bool isBinding = fBindings == Bindings::kEmacs && letter != 0 && IsEditable();
     if (!isBinding || !_HandleEmacsKey(letter))
         BTextView::KeyDown(bytes, numBytes);
 }
@@ -144,6 +147,19 @@ void NPWriteTextView::MouseDown(BPoint where) {
     if ((buttons & B_SECONDARY_MOUSE_BUTTON) == 0)
         return BTextView::MouseDown(where);
     MakeFocus(true);
+    _OpenMenu(ConvertToScreen(where));
+}
+
+// Below the caret, if that can be seen.
+void NPWriteTextView::_OpenMenuByKey() {
+    int32 caret = 0;
+    int32 end = 0;
+    float height = 0;
+    GetSelection(&caret, &end);
+    BPoint where = PointAt(caret, &height);
+    where.y += height;
+    if (!Bounds().Contains(where))
+        where = Bounds().LeftTop() + BPoint(kInset, kInset);
     _OpenMenu(ConvertToScreen(where));
 }
 

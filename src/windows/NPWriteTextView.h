@@ -28,6 +28,7 @@ private:
     int32 _EndOfLine() const;
     void _PressKey(char byte) { BTextView::KeyDown(&byte, 1); }
     void _OpenMenu(BPoint screen);
+    void _OpenMenuByKey();
 
     const Bindings fBindings;
 };

@@ -4,6 +4,7 @@
 #include "app/NPApp.h"
 #include "post/PostForm.h"
 #include "post/PostWorker.h"
+#include "text/Utf8Cut.h"
 #include "widgets/Alerts.h"
 #include "windows/WriteWindowList.h"
 #include "workers/WorkerThread.h"
@@ -37,15 +38,28 @@ constexpr float kDefaultHeight = 380;
 constexpr float kLeastWidth = 360;
 constexpr float kLeastHeight = 240;
 
-// Where a window of a kept frame stands: in the middle of the screen without one, or with one that
-// is no place on it.
+constexpr float kHeadHeight = 20;
+constexpr size_t kLongestTitle = 255; // bytes
+constexpr size_t kLongestLabel = 90;  // bytes; about 30 characters
+const BRect kAnyScreen(-100000, -100000, 100000, 100000);
+
+// Where a window of a kept frame stands: in the middle of the screen without one, or with one whose
+// head could not be reached there.
 BRect UsableFrame(BRect frame) {
     const BRect screen = BScreen().Frame();
-    if (frame != BRect(0, 0, 0, 0) && frame.IsValid() && screen.Intersects(frame))
+    const BRect head(frame.left, frame.top, frame.right, frame.top + kHeadHeight);
+    if (frame != BRect(0, 0, 0, 0) && frame.IsValid() && kAnyScreen.Contains(frame) &&
+        screen.Intersects(head))
         return frame;
     const float left = (screen.left + screen.right - kDefaultWidth) / 2;
     const float top = (screen.top + screen.bottom - kDefaultHeight) / 2;
     return BRect(left, top, left + kDefaultWidth, top + kDefaultHeight);
+}
+
+std::string LabelOf(const std::string& entry) {
+    if (entry.size() <= kLongestLabel)
+        return entry;
+    return CutAtCharacter(entry.c_str(), kLongestLabel) + "…";
 }
 
 // The newest entry stands first.
@@ -55,7 +69,7 @@ BMenu* MakeHistoryMenu(const PostHistory& history, uint32 what) {
     for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry) {
         BMessage* message = new BMessage(what);
         message->AddString("text", entry->c_str());
-        menu->AddItem(new BMenuItem(entry->c_str(), message));
+        menu->AddItem(new BMenuItem(LabelOf(*entry).c_str(), message));
     }
     return menu;
 }
@@ -71,8 +85,9 @@ void NPWriteWindow::Open(const WriteWindowSetup& setup) {
 }
 
 NPWriteWindow::NPWriteWindow(const WriteWindowSetup& setup)
-    : BWindow(UsableFrame(setup.frame), ("書き込み - " + setup.title).c_str(), B_TITLED_WINDOW,
-              B_ASYNCHRONOUS_CONTROLS),
+    : BWindow(UsableFrame(setup.frame),
+              CutAtCharacter(("書き込み - " + setup.title).c_str(), kLongestTitle).c_str(),
+              B_TITLED_WINDOW, B_ASYNCHRONOUS_CONTROLS),
       fTarget(setup.target), fRes(setup.res), fProxy(setup.proxy), fBrowser(setup.browser),
       fDraft(setup.target), fNames("Name.log"), fMails("Mail.log") {
     BView* base = new BView(Bounds(), "base", B_FOLLOW_ALL_SIDES, B_WILL_DRAW);
@@ -107,8 +122,9 @@ BTextControl* NPWriteWindow::_AddField(BView* base, float top, const char* name,
     field->SetDivider(kLabelWidth);
     base->AddChild(field);
     BMenu* menu = MakeHistoryMenu(history, chosen);
-    BMenuField* menuField = new BMenuField(BRect(menuLeft, top, right, top + kRowHeight), nullptr,
-                                           nullptr, menu, true, B_FOLLOW_RIGHT | B_FOLLOW_TOP);
+    BMenuField* menuField = new BMenuField(BRect(menuLeft, top, right, top + kRowHeight),
+                                           (std::string(name) + " menu").c_str(), nullptr, menu,
+                                           true, B_FOLLOW_RIGHT | B_FOLLOW_TOP);
     menuField->SetDivider(0);
     menuField->SetEnabled(menu->CountItems() > 0);
     base->AddChild(menuField);
@@ -183,12 +199,12 @@ void NPWriteWindow::MessageReceived(BMessage* message) {
 
 void NPWriteWindow::_SetText(BTextControl* field, const BMessage* message) {
     BString text;
-    if (fWorker == nullptr && message->FindString("text", &text) == B_OK)
+    if (field->IsEnabled() && message->FindString("text", &text) == B_OK)
         field->SetText(text.String());
 }
 
 void NPWriteWindow::_Send() {
-    if (fWorker != nullptr)
+    if (fWorker != nullptr || fFinish != Finish::kNone)
         return;
     auto form = std::make_unique<PostForm>();
     switch (MakePostForm(fTarget, _Text(), time(nullptr), form.get())) {
@@ -208,16 +224,21 @@ void NPWriteWindow::_Start(std::unique_ptr<PostForm> form) {
     job->window = BMessenger(this);
     job->control = fWorker = std::make_shared<WorkerControl>("post_port");
     if (SpawnWorker(postMessage, "postMessage", &job))
-        _SetSending(true);
+        _SetUsable(false);
     else
         _EndWorker();
 }
 
-void NPWriteWindow::_SetSending(bool sending) {
-    fName->SetEnabled(!sending);
-    fMail->SetEnabled(!sending);
-    fMessage->MakeEditable(!sending);
-    fSendButton->SetEnabled(!sending);
+// What is disabled loses the focus; it gets it back.
+void NPWriteWindow::_SetUsable(bool usable) {
+    if (!usable)
+        fFocus = CurrentFocus();
+    fName->SetEnabled(usable);
+    fMail->SetEnabled(usable);
+    fMessage->MakeEditable(usable);
+    fSendButton->SetEnabled(usable);
+    if (usable && fFocus != nullptr && CurrentFocus() == nullptr)
+        fFocus->MakeFocus(true);
 }
 
 void NPWriteWindow::_EndWorker() {
@@ -226,7 +247,6 @@ void NPWriteWindow::_EndWorker() {
     fWorker->DeletePort();
     fWorker->ReleaseCursor();
     fWorker.reset();
-    _SetSending(false);
 }
 
 void NPWriteWindow::_ShowProgress(const BMessage* message) {
@@ -238,19 +258,20 @@ void NPWriteWindow::_ShowProgress(const BMessage* message) {
 void NPWriteWindow::_PostFailed(const BMessage* message) {
     bool hasBeenTold = false;
     _EndWorker();
+    _SetUsable(true);
     if (message->FindBool("dialog", &hasBeenTold) != B_OK)
         ShowAlert("書き込み失敗！");
 }
 
 // A lost answer counts as done, as the post may have arrived; its draft stays until one of it is
-// known to have.
+// known to have. Nothing can be used any more: a second press of a key sends nothing twice.
 void NPWriteWindow::_PostDone(const BMessage* message) {
     bool isUnconfirmed = false;
     if (fWorker == nullptr)
         return;
     message->FindBool("unconfirmed", &isUnconfirmed);
     _EndWorker();
-    fIsConfirmed = !isUnconfirmed;
+    fFinish = isUnconfirmed ? Finish::kUnconfirmed : Finish::kConfirmed;
     fNames.Add(fName->Text());
     fMails.Add(fMail->Text());
     _ReloadThread();
@@ -268,7 +289,7 @@ void NPWriteWindow::_ReloadThread() {
 
 // False when the text can't be kept and the user would rather go on.
 bool NPWriteWindow::_KeepDraft() {
-    if (fIsConfirmed) {
+    if (fFinish == Finish::kConfirmed) {
         fDraft.Remove();
         return true;
     }
@@ -276,12 +297,17 @@ bool NPWriteWindow::_KeepDraft() {
         return true;
     BAlert* alert = new BAlert("", "下書きを保存できません。\n閉じると書いた文章は失われます。",
                                "戻る", "閉じる", nullptr, B_WIDTH_AS_USUAL, B_WARNING_ALERT);
+    BindAlert(alert, this);
     return alert->Go() == 1;
 }
 
 bool NPWriteWindow::QuitRequested() {
-    if (!_KeepDraft())
+    if (!_KeepDraft()) {
+        if (fFinish != Finish::kNone)
+            _SetUsable(true);
+        fFinish = Finish::kNone;
         return false;
+    }
     if (fWorker != nullptr)
         fWorker->Stop();
     fWorker.reset();

@@ -58,7 +58,7 @@ private:
 
     void _Send();
     void _Start(std::unique_ptr<PostForm> form);
-    void _SetSending(bool sending);
+    void _SetUsable(bool usable);
     void _EndWorker();
     void _ShowProgress(const BMessage* message);
     void _PostFailed(const BMessage* message);
@@ -82,5 +82,7 @@ private:
     BStringView* fStatus = nullptr;
     BButton* fSendButton = nullptr;
     std::shared_ptr<WorkerControl> fWorker; // null when no post is under way
-    bool fIsConfirmed = false;              // the server took what is written here
+    // A post has been finished: the window only waits to be closed
+    enum class Finish { kNone, kUnconfirmed, kConfirmed } fFinish = Finish::kNone;
+    BView* fFocus = nullptr; // what had the focus before nothing could be used
 };

@@ -1,122 +1,29 @@
 #include "windows/NPWriteWindow.h"
 
 #include "app/Messages.h"
+#include "net/NPHttp.h"
 #include "support/AlertWatch.h"
 #include "support/Browser.h"
 #include "support/RawServer.h"
 #include "support/ScratchFolder.h"
+#include "support/Writer.h"
 
 #include "server/DemoServer.h"
 
 #include <Application.h>
-#include <Clipboard.h>
+#include <MenuField.h>
+#include <MenuItem.h>
 #include <Message.h>
-#include <TextControl.h>
+#include <Screen.h>
 
 #include <gtest/gtest.h>
+
+#include <cstring>
+#include <limits>
 
 using namespace server::testing;
 
 namespace {
-
-NPWriteWindow* FindWriteWindow() {
-    for (int32 i = 0; i < be_app->CountWindows(); i++) {
-        if (NPWriteWindow* window = dynamic_cast<NPWriteWindow*>(be_app->WindowAt(i)))
-            return window;
-    }
-    return nullptr;
-}
-
-void SetClipboard(const std::string& text) {
-    be_clipboard->Lock();
-    be_clipboard->Clear();
-    be_clipboard->Data()->AddData("text/plain", B_MIME_TYPE, text.data(),
-                                  static_cast<ssize_t>(text.size()));
-    be_clipboard->Commit();
-    be_clipboard->Unlock();
-}
-
-// The open write window, driven from outside; closed at the end.
-class Writer {
-public:
-    Writer() {
-        WaitUntil([] { return FindWriteWindow() != nullptr; });
-        fWindow = FindWriteWindow();
-        fMessenger = BMessenger(fWindow);
-        Activate(fWindow, true);
-        Settle();
-    }
-    ~Writer() { Close(); }
-    Writer(const Writer&) = delete;
-    Writer& operator=(const Writer&) = delete;
-
-    void Settle() { EXPECT_TRUE(WaitUntilIdle(fWindow)); }
-    void Type(const char* text) {
-        server::testing::Type(fWindow, text);
-        Settle();
-    }
-    void Press(char key, uint32 modifiers = 0) {
-        Key(fWindow, key, modifiers);
-        Settle();
-    }
-    void SetName(const char* name) {
-        Do([&] { static_cast<BTextControl*>(fWindow->FindView("name"))->SetText(name); });
-    }
-    std::string Text() {
-        std::string text;
-        Do([&] { text = Editor()->Text(); });
-        return text;
-    }
-    int32 Caret() {
-        int32 start = 0;
-        int32 end = 0;
-        Do([&] { Editor()->GetSelection(&start, &end); });
-        return start == end ? start : -1;
-    }
-    void Select(int32 offset) {
-        Do([&] { Editor()->Select(offset, offset); });
-    }
-    bool CanSend() {
-        bool can = false;
-        Do([&] { can = static_cast<BControl*>(fWindow->FindView("send"))->IsEnabled(); });
-        return can;
-    }
-    void Send() { fMessenger.SendMessage(kMsgSendPost); }
-    BTextView* Editor() { return static_cast<BTextView*>(fWindow->FindView("message")); }
-    bool WaitUntilClosed() {
-        return WaitUntil([this] { return !fMessenger.IsValid(); });
-    }
-    void Close() {
-        fMessenger.SendMessage(B_QUIT_REQUESTED);
-        EXPECT_TRUE(WaitUntilClosed());
-    }
-    NPWriteWindow* Window() const { return fWindow; }
-
-private:
-    template <typename Work>
-    void Do(Work work) {
-        if (!fMessenger.LockTarget())
-            return;
-        work();
-        fWindow->Unlock();
-    }
-
-    NPWriteWindow* fWindow = nullptr;
-    BMessenger fMessenger;
-};
-
-WriteWindowSetup SetupFor(int port) {
-    WriteWindowSetup setup;
-    setup.target = {PostFamily::kBbsCgi, "h.jp", "news", "12"};
-    setup.proxy = {true, "127.0.0.1", std::to_string(port)};
-    return setup;
-}
-
-void OpenWithBindings(NPWriteTextView::Bindings bindings) {
-    WriteWindowSetup setup = SetupFor(9);
-    setup.bindings = bindings;
-    NPWriteWindow::Open(setup);
-}
 
 // A thread of the demo server on show in a browser window.
 class Posting : public testing::TestWithParam<BoardKind> {
@@ -277,68 +184,102 @@ TEST(NPWriteWindow, RefusesWhatCantBeSent) {
     EXPECT_EQ(server.CountConnections(), 0u);
 }
 
-TEST(NPWriteTextView, EmacsKeysWorkWhenTheyAreOn) {
+TEST(NPWriteWindow, AFinishedPostIsNotSentAgainBeforeTheWindowCloses) {
     ScratchFolder folder;
-    OpenWithBindings(NPWriteTextView::Bindings::kEmacs);
+    RawServer server({RawServer::Stall()});
+    NPWriteWindow::Open(SetupFor(server.Port()));
     Writer writer;
-    writer.Type("あbc");
-    writer.Press(B_ENTER);
-    writer.Type("def");
-    SetClipboard("");
-    const struct {
-        char key;
-        int32 from;
-        int32 caret;
-        const char* text;
-    } cases[] = {
-        {'a', 8, 6, "あbc\ndef"},   {'e', 6, 9, "あbc\ndef"},    {'b', 3, 0, "あbc\ndef"},
-        {'f', 0, 3, "あbc\ndef"},   {'p', 6, 0, "あbc\ndef"},    {'n', 0, 6, "あbc\ndef"},
-        {'d', 0, 0, "bc\ndef"},     {'k', 1, 1, "b\ndef"},       {'y', 1, 2, "bc\ndef"},
-        {'k', 2, 2, "bcdef"},       {'y', 2, 3, "bc\ndef"},      {'m', 0, 1, "\nbc\ndef"},
-        {B_END, 1, 3, "\nbc\ndef"}, {B_HOME, 3, 1, "\nbc\ndef"},
-    };
-    for (const auto& test : cases) {
-        writer.Select(test.from);
-        writer.Press(test.key, test.key >= 'a' ? B_COMMAND_KEY : 0);
-        EXPECT_EQ(writer.Text(), test.text) << test.key;
-        EXPECT_EQ(writer.Caret(), test.caret) << test.key;
+    writer.Type("text");
+    writer.Send();
+    server.WaitForRequest();
+    writer.Do([&] { // all three wait before the first is seen
+        for (const uint32 code : {kMsgPostDone, kMsgSendPost, kMsgSendPost})
+            writer.Window()->PostMessage(code);
+    });
+    EXPECT_TRUE(writer.WaitUntilClosed());
+    EXPECT_FALSE(folder.Has("2ch/Drafts/h.jp/news/12.txt"));
+    // A connection of another's comes behind those that were made.
+    NPHttp probe("127.0.0.1", server.PortText().c_str());
+    EXPECT_EQ(probe.Connect(), B_OK);
+    EXPECT_TRUE(WaitUntil([&] { return server.CountConnections() >= 2; }));
+    EXPECT_EQ(server.CountConnections(), 2u);
+}
+
+TEST(NPWriteWindow, WorksByTheKeyboardAlone) {
+    ScratchFolder folder;
+    folder.Write("2ch/Name.log", "古い名前\n太郎\n");
+    RawServer server({RawServer::Reply("HTTP/1.0 200 OK\r\n\r\n<title></title>だめ\n")});
+    NPWriteWindow::Open(SetupFor(server.Port()));
+    Writer writer;
+    EXPECT_EQ(writer.Focus(), "message");
+    writer.Type("text");
+    std::string way;
+    for (int i = 0; i < 6; i++) {
+        writer.Press(B_TAB, B_SHIFT_KEY);
+        way += writer.Focus() + " ";
     }
-    writer.Press('z', B_COMMAND_KEY);
-    EXPECT_EQ(writer.Text(), "bc\ndef");
+    EXPECT_EQ(way, "mail name menu name send cancel message ");
+    for (int i = 0; i < 2; i++)
+        writer.Press(B_TAB, B_SHIFT_KEY);
+    writer.Press(B_SPACE); // the names
+    EXPECT_TRUE(WaitUntil([] { return MenuIsOpen(); }));
+    EXPECT_EQ(MenuLabels(), (std::vector<std::string>{"太郎", "古い名前"}));
+    EXPECT_TRUE(ChooseMenuLine("太郎"));
+    EXPECT_TRUE(WaitUntil([&] { return writer.Field("name") == "太郎"; }));
+    for (int i = 0; i < 2; i++)
+        writer.Press(B_TAB, B_SHIFT_KEY);
+    writer.Press(B_SPACE);
+    WaitForAlert();
+    DismissAlert();
+    EXPECT_TRUE(WaitUntil([&] { return writer.CanSend(); }));
+    EXPECT_EQ(writer.Focus(), "send"); // where it was
+    writer.Press(B_ENTER, B_COMMAND_KEY);
+    EXPECT_NE(server.WaitForRequest(1), "");
+    WaitForAlert();
+    DismissAlert();
 }
 
-TEST(NPWriteTextView, WithoutThemTheKeysAreThePlatforms) {
+TEST(NPWriteWindow, EarlierEntriesAreChosenFromTheirMenus) {
     ScratchFolder folder;
-    OpenWithBindings(NPWriteTextView::Bindings::kPlatform);
+    const std::string longMail(300, 'm');
+    folder.Write("2ch/Name.log", "a\nb & c\n");
+    folder.Write("2ch/Mail.log", "sage\n" + longMail + "\n");
+    NPWriteWindow::Open(SetupFor(9));
     Writer writer;
-    writer.Type("abc");
-    SetClipboard("X");
-    for (const char key : {'k', 'd', 'b', 'y', 'm', 'n', 'p', 'e', 'f'})
-        writer.Press(key, B_COMMAND_KEY);
-    EXPECT_EQ(writer.Text(), "abc");
-    EXPECT_EQ(writer.Caret(), 3);
-    writer.Press('v', B_COMMAND_KEY);
-    EXPECT_EQ(writer.Text(), "abcX");
-    writer.Press('a', B_COMMAND_KEY);
-    EXPECT_EQ(writer.Caret(), -1); // all is selected
-    writer.Press('x', B_COMMAND_KEY);
-    EXPECT_EQ(writer.Text(), "");
-    writer.Press('z', B_COMMAND_KEY);
-    writer.Press('z', B_COMMAND_KEY);
-    EXPECT_EQ(writer.Text(), "abc");
-    writer.Press('z', B_COMMAND_KEY | B_SHIFT_KEY);
-    EXPECT_EQ(writer.Text(), "abcX");
+    const auto choose = [&](const char* menu, int32 line) {
+        writer.Do([&] {
+            BMenu* history = static_cast<BMenuField*>(writer.Window()->FindView(menu))->Menu();
+            BMenuItem* item = history->ItemAt(line);
+            EXPECT_LT(strlen(item->Label()), 100u);
+            item->Messenger().SendMessage(item->Message());
+        });
+        writer.Settle();
+    };
+    choose("name menu", 0);
+    EXPECT_EQ(writer.Field("name"), "b & c");
+    choose("name menu", 1);
+    EXPECT_EQ(writer.Field("name"), "a");
+    choose("mail menu", 0);
+    EXPECT_EQ(writer.Field("mail"), longMail);
+    choose("mail menu", 1);
+    EXPECT_EQ(writer.Field("mail"), "sage");
+    EXPECT_EQ(writer.Field("name"), "a");
 }
 
-TEST(NPWriteTextView, QuotesEachLineOfTheClipboard) {
+TEST(NPWriteWindow, StandsWhereItsHeadCanBeReached) {
     ScratchFolder folder;
-    OpenWithBindings(NPWriteTextView::Bindings::kPlatform);
-    Writer writer;
-    writer.Type("x");
-    SetClipboard("一\n\n二");
-    writer.Window()->PostMessage(kMsgQuotePaste, writer.Editor());
-    writer.Settle();
-    EXPECT_EQ(writer.Text(), "x> 一\n> \n> 二\n");
-    writer.Press('z', B_COMMAND_KEY);
-    EXPECT_EQ(writer.Text(), "x");
+    const BRect screen = BScreen().Frame();
+    const float infinity = std::numeric_limits<float>::infinity();
+    for (const BRect& frame : {BRect(0, 0, 0, 0), BRect(50, -300, 550, 100),
+                               BRect(-infinity, 0, infinity, 300), BRect(9000, 50, 9500, 400)}) {
+        WriteWindowSetup setup = SetupFor(9);
+        setup.frame = frame;
+        setup.title = std::string(5000, 't');
+        NPWriteWindow::Open(setup);
+        Writer writer;
+        writer.Do([&] {
+            EXPECT_TRUE(screen.Contains(writer.Window()->Frame().LeftTop()));
+            EXPECT_LE(strlen(writer.Window()->Title()), 255u);
+        });
+    }
 }
