@@ -87,11 +87,7 @@ bool NPApp::QuitRequested() {
 }
 
 void NPApp::AboutRequested() {
-    if (fAboutWindow.SendMessage(kMsgActivateWindow) == B_OK)
-        return;
-    NPAboutWindow* window = new NPAboutWindow();
-    fAboutWindow = BMessenger(window);
-    window->Show();
+    NPAboutWindow::Open();
 }
 
 int32 NPApp::GetWriteWindowRect(BRect* out) const {

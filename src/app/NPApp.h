@@ -55,6 +55,5 @@ private:
     int32 fWindowCount = 0;
     int32 fBusyCount = 0;
     NPUpdateWindow* fUpdateWindow = nullptr; // while it is being opened
-    BMessenger fAboutWindow;
     bool fShowsBusy = false;
 };

@@ -1,6 +1,7 @@
 #include "windows/NPAboutWindow.h"
 
 #include "app/Messages.h"
+#include "windows/WindowSlot.h"
 
 #include <AppDefs.h>
 #include <Button.h>
@@ -36,7 +37,21 @@ constexpr const char* kLines[] = {
 constexpr float kHeight =
     2 * kInset + kNameHeight + std::size(kLines) * kLineHeight + kInset + kButtonHeight;
 
+WindowSlot& Slot() {
+    static WindowSlot& slot = *new WindowSlot;
+    return slot;
+}
+
 } // namespace
+
+void NPAboutWindow::Open() {
+    Slot().Open([] { return new NPAboutWindow; });
+}
+
+bool NPAboutWindow::QuitRequested() {
+    Slot().Leave(this);
+    return true;
+}
 
 NPAboutWindow::NPAboutWindow()
     : BWindow(BRect(0, 0, kWidth - 1, kHeight - 1), "Itamoriについて", B_TITLED_WINDOW,

@@ -5,10 +5,13 @@
 // Says what the program is, its version and whose parts it uses. Deletes itself.
 class NPAboutWindow : public BWindow {
 public:
-    NPAboutWindow();
+    // Brings the window to the front if there is one. Any thread.
+    static void Open();
 
     void MessageReceived(BMessage* message) override;
+    bool QuitRequested() override;
 
 private:
+    NPAboutWindow();
     void _AddLines(class BView* view);
 };

@@ -4,18 +4,16 @@
 #include "settings/SettingsFile.h"
 #include "text/Utf8Cut.h"
 #include "windows/NPFontMenu.h"
+#include "windows/WindowSlot.h"
 #include "workers/Jobs.h"
 
 #include <Application.h>
-#include <Autolock.h>
 #include <Box.h>
 #include <Button.h>
 #include <CheckBox.h>
-#include <Locker.h>
 #include <MenuField.h>
 #include <MenuItem.h>
 #include <Message.h>
-#include <Messenger.h>
 #include <PopUpMenu.h>
 #include <StringView.h>
 #include <TabView.h>
@@ -89,17 +87,20 @@ BView* MakeTab(BRect frame) {
     return base;
 }
 
+WindowSlot& Slot() {
+    static WindowSlot& slot = *new WindowSlot;
+    return slot;
+}
+
 } // namespace
 
 void NPPrefsWindow::Open(SettingsFile* settings) {
-    static BLocker& lock = *new BLocker("preferences");
-    static BMessenger& present = *new BMessenger;
-    const BAutolock locked(lock);
-    if (present.SendMessage(kMsgActivateWindow) == B_OK)
-        return;
-    NPPrefsWindow* window = new NPPrefsWindow(settings);
-    present = BMessenger(window);
-    window->Show();
+    Slot().Open([settings] { return new NPPrefsWindow(settings); });
+}
+
+bool NPPrefsWindow::QuitRequested() {
+    Slot().Leave(this);
+    return true;
 }
 
 NPPrefsWindow::NPPrefsWindow(SettingsFile* settings)

@@ -23,6 +23,7 @@ public:
     explicit NPPrefsWindow(SettingsFile* settings);
 
     void MessageReceived(BMessage* message) override;
+    bool QuitRequested() override;
 
 private:
     BView* _MakeGeneralTab(BRect frame);
