@@ -2,6 +2,7 @@
 #include "WindowsDriver.h"
 #include "support/ChildProgram.h"
 
+#include "app/ChildDrivers.h"
 #include "app/Messages.h"
 #include "app/NPApp.h"
 #include "app/NPWindow.h"
@@ -17,6 +18,24 @@
 #include <functional>
 #include <map>
 #include <string>
+
+NPWindow* WaitForBrowser() {
+    NPWindow* found = nullptr;
+    server::testing::WaitUntil([&] {
+        for (int32 i = 0; i < be_app->CountWindows() && found == nullptr; i++)
+            found = dynamic_cast<NPWindow*>(be_app->WindowAt(i));
+        return found != nullptr;
+    });
+    server::testing::WaitUntilIdle(found);
+    return found;
+}
+
+void Do(BWindow* window, const std::function<void()>& work) {
+    if (!window->Lock())
+        return;
+    work();
+    window->Unlock();
+}
 
 namespace {
 
@@ -80,24 +99,6 @@ int32 ReadTheAlert(void*) {
     return 0;
 }
 
-NPWindow* WaitForBrowser() {
-    NPWindow* found = nullptr;
-    server::testing::WaitUntil([&] {
-        for (int32 i = 0; i < be_app->CountWindows() && found == nullptr; i++)
-            found = dynamic_cast<NPWindow*>(be_app->WindowAt(i));
-        return found != nullptr;
-    });
-    server::testing::WaitUntilIdle(found);
-    return found;
-}
-
-void Do(BWindow* window, const std::function<void()>& work) {
-    if (!window->Lock())
-        return;
-    work();
-    window->Unlock();
-}
-
 // What the next start must find again.
 void Print(NPWindow* window) {
     Do(window, [&] {
@@ -158,6 +159,9 @@ const std::map<std::string, int32 (*)(void*)> kDrivers = {
     {"report", PrintAndQuit},
     {"alert, report", ReadTheAlertAndQuit},
     {"every order", OpenAndCloseInEveryOrder},
+    {"update", UpdateBoardMenu},
+    {"choose font", ChooseFont},
+    {"print font", PrintFont},
 };
 
 } // namespace
