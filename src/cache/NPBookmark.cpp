@@ -97,20 +97,30 @@ status_t NPBookmark::Make(const char* url, const char* dat, const char* title) {
     const NPUrl parsed(url);
     if (parsed.Status() != 0)
         return B_BAD_VALUE;
+    const bool isNew = !HasBookmark(parsed.Host(), parsed.Board(), dat);
     NPBookmark bookmark(parsed.Host(), parsed.Board(), dat);
     if (bookmark.Status() != 0)
         return B_ERROR;
-    status_t status = bookmark.SetMimeType();
+    const status_t status = bookmark._WriteTexts(parsed, dat, title, MakeThreadAddress(url, dat));
+    // Half a bookmark would be marked in its board's list, but not be listed itself.
+    if (status != B_OK && isNew)
+        bookmark.fEntry.Remove();
+    return status;
+}
+
+status_t NPBookmark::_WriteTexts(const NPUrl& parsed, const char* dat, const char* title,
+                                 const std::string& address) {
+    status_t status = SetMimeType();
     const std::pair<const char*, std::string> texts[] = {
         {"META:title", CutAtCharacter(title, kLongestBookmarkTitle)},
         {"server", parsed.Host()},
         {"board", parsed.Board()},
         {"dat", dat},
-        {"META:url", MakeThreadAddress(url, dat)},
+        {"META:url", address},
     };
     for (const auto& [name, text] : texts) {
         if (status == B_OK)
-            status = bookmark._WriteText(name, text);
+            status = _WriteText(name, text);
     }
     return status;
 }

@@ -7,6 +7,7 @@
 #include <string>
 
 class BDirectory;
+class NPUrl;
 
 // The names that identify a bookmarked thread, and their longest, in bytes: who reads a bookmark
 // has no room for more.
@@ -42,7 +43,8 @@ public:
     ssize_t WriteAttr(const char* name, type_code type, const void* data, size_t size);
     status_t SetMimeType();
 
-    // Makes a thread's bookmark; an earlier one is written anew. B_OK only when all of it is kept.
+    // Makes a thread's bookmark; an earlier one is written anew. B_OK only when all of it is kept;
+    // else a new one goes.
     static status_t Make(const char* url, const char* dat, const char* title);
     static bool HasBookmark(const char* server, const char* board, const char* dat);
 
@@ -55,6 +57,8 @@ public:
     static std::string FolderPath(); // empty when it can't be told
 
 private:
+    status_t _WriteTexts(const NPUrl& board, const char* dat, const char* title,
+                         const std::string& address);
     status_t _WriteText(const char* name, const std::string& text);
 
     int32 fStatus = -1;

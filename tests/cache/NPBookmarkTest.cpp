@@ -120,3 +120,10 @@ TEST(NPBookmark, AnOverlongTitleIsCutAtACharacter) {
     EXPECT_EQ(NPBookmark::Make(kUrl, kDat, title.c_str()), B_OK);
     EXPECT_EQ(Attribute(folder / kFile, "META:title"), title.substr(0, 4093) + '\0');
 }
+
+TEST(NPBookmark, OneThatCanNotBeKeptWholeLeavesNothing) {
+    ScratchFolder folder;
+    folder.Write("2ch/2chBookmark/.attributes", "in the way");
+    EXPECT_NE(NPBookmark::Make(kUrl, kDat, "T"), B_OK);
+    EXPECT_FALSE(folder.Has(kFile));
+}
