@@ -150,6 +150,7 @@ private:
     std::shared_ptr<WorkerControl> fArticleWorker;
     BMessenger fPatrolWindow; // meaningful while patrolling
     bool fPatrolling = false;
+    bool fAsksPatrol = false;              // it is to say which visit comes next
     std::shared_ptr<WorkerControl> fVisit; // the patrol's last one
     BMessenger fSearchWindow;              // invalid without one
     int32 fSearchPosition = -1;            // the row of the last match; −1: from the top

@@ -42,6 +42,7 @@ void NPWindow::_StartPatrol() {
     fPatrolWindow = BMessenger(patrol);
     patrol->Show();
     fPatrolling = true;
+    fAsksPatrol = false;
     // A patrol always downloads.
     if (!GetOnlineMode())
         be_app_messenger.SendMessage(kMsgToggleOnline);
@@ -50,15 +51,20 @@ void NPWindow::_StartPatrol() {
         fPatrolWindow.SendMessage(B_QUIT_REQUESTED);
 }
 
+// Once, until it has answered: a second answer would count a visit twice.
 void NPWindow::_AskPatrolForNext() {
-    if (fPatrolling)
-        fPatrolWindow.SendMessage(kMsgStepEnded);
+    if (!fPatrolling || fAsksPatrol)
+        return;
+    fPatrolWindow.SendMessage(kMsgStepEnded);
+    fAsksPatrol = true;
 }
 
 void NPWindow::_VisitNext(const BMessage* message) {
     int32 visits = 0;
-    // What is under way, as the user may have chosen a thread meanwhile, asks again as it ends.
-    if (!fPatrolling || fArticleWorker != nullptr || message->FindInt32("index", &visits) != B_OK)
+    fAsksPatrol = false;
+    // What is under way asks again as it ends: the list, or a thread that the user has chosen.
+    if (!fPatrolling || fSubjectWorker != nullptr || fArticleWorker != nullptr ||
+        message->FindInt32("index", &visits) != B_OK)
         return;
     const PatrolStep step = NextPatrolStep(fThreadView->BookmarkNumbers(), visits);
     switch (step.kind) {

@@ -263,7 +263,9 @@ TEST_F(PatrolTest, StoppedWhileAnAlertIsOpenTheAlertGoesToo) {
 TEST_F(PatrolTest, WithoutBookmarksItEndsAtOnce) {
     for (const std::string& key : fKeys)
         EXPECT_EQ(NPBookmark::RemovePlain(kHost, kFolder, Dat(key).c_str()), B_OK);
-    EXPECT_TRUE(PatrolOnce());
+    StartPatrol(); // its window may have come and gone before it is looked for
+    EXPECT_TRUE(fBrowser->WaitForTitle("ブックマーク (0)"));
+    EXPECT_TRUE(Patrol::WaitForEnd());
     EXPECT_TRUE(fServer->Requests().empty());
 }
 
@@ -298,6 +300,38 @@ TEST_F(PatrolTest, AThreadThatTheUserChoosesMeanwhileIsReadAndThePatrolGoesOn) {
         [&] { return std::string(fBrowser->Article()->GetTitle()).ends_with(" (1)"); }));
     for (const std::string& key : fKeys)
         EXPECT_EQ(Cell(key, kColumnGotten), key == first ? "" : "1") << key;
+}
+
+TEST_F(PatrolTest, NoVisitBeginsBeforeTheListIsWhole) {
+    fBrowser->Locked(
+        [&] {
+            StartPatrol();
+            BMessage early(
+                kMsgVisitNext); // as a thread that ends just then would have it asked for
+            early.AddInt32("index", 0);
+            return fBrowser->Messenger().SendMessage(&early);
+        },
+        status_t(B_ERROR));
+    EXPECT_TRUE(server::testing::WaitUntil([] { return Patrol::IsOpen(); }));
+    EXPECT_TRUE(Patrol::WaitForEnd());
+    for (const std::string& key : fKeys)
+        EXPECT_EQ(fServer->CountRequests(Path(key)), 1u) << key;
+}
+
+TEST_F(PatrolTest, AThreadThatIsStillArrivingAsItStartsIsWaitedFor) {
+    fServer->SetFate(kFolder, fKeys[0], Fate::kStalled);
+    BMessage select(kMsgThreadSelected);
+    select.AddString("dat", Dat(fKeys[0]).c_str());
+    select.AddString("url", "http://many.example/many/");
+    fBrowser->Messenger().SendMessage(&select);
+    EXPECT_TRUE(server::testing::WaitUntil([&] { return fServer->CountStalled() == 1; }));
+    StartPatrol();
+    EXPECT_TRUE(fBrowser->WaitForTitle("ブックマーク (4)"));
+    EXPECT_TRUE(server::testing::WaitUntilIdle(fBrowser->Window()));
+    fServer->SetFate(kFolder, fKeys[0], Fate::kServed);
+    EXPECT_TRUE(Patrol::WaitForEnd());
+    for (const std::string& key : fKeys)
+        EXPECT_EQ(fServer->CountRequests(Path(key)), key == fKeys[0] ? 2u : 1u) << key;
 }
 
 TEST_F(PatrolTest, ItTurnsTheProgramOnlineAndNeverOffline) {
