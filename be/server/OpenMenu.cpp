@@ -9,6 +9,7 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QProxyStyle>
 
 #include <cmath>
 #include <utility>
@@ -72,6 +73,24 @@ QPalette MenuPalette() {
     return palette;
 }
 
+// Menus of hundreds of lines scroll instead of growing past the screen, and typing goes to a line.
+class MenuStyle : public QProxyStyle {
+public:
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* returnData) const override {
+        return hint == SH_Menu_Scrollable || hint == SH_Menu_KeyboardSearch
+                   ? 1
+                   : QProxyStyle::styleHint(hint, option, widget, returnData);
+    }
+};
+
+void UseLook(QMenu* menu) {
+    static MenuStyle* const sStyle = new MenuStyle;
+    menu->setStyle(sStyle);
+    menu->setPalette(MenuPalette());
+    menu->setFont(Typeface::MenuFont());
+}
+
 void ApplyState(QAction* action, const MenuLine& line) {
     action->setText(LabelOf(line));
     action->setEnabled(line.enabled);
@@ -98,8 +117,7 @@ void OpenMenu::Dismiss() {
 
 OpenMenu::OpenMenu(MenuRequest request, QWindow* owner)
     : fRequest(std::move(request)), fOwner(owner) {
-    fMenu.setPalette(MenuPalette());
-    fMenu.setFont(Typeface::MenuFont());
+    UseLook(&fMenu);
     _Fill(&fMenu, fRequest.menu);
     fMenu.installEventFilter(this);
     QObject::connect(&fMenu, &QMenu::triggered, this,
@@ -124,8 +142,7 @@ void OpenMenu::_AddLine(QMenu* menu, const MenuLine& line) {
     QAction* action = nullptr;
     if (line.hasSubmenu) {
         QMenu* submenu = menu->addMenu(LabelOf(line));
-        submenu->setPalette(fMenu.palette());
-        submenu->setFont(fMenu.font());
+        UseLook(submenu);
         submenu->installEventFilter(this);
         _Fill(submenu, line.submenu);
         action = submenu->menuAction();
@@ -319,6 +336,10 @@ std::vector<std::string> OpenMenu::Labels() const {
     std::vector<std::string> labels;
     AddLabels(fMenu, "", labels);
     return labels;
+}
+
+QRect OpenMenu::Frame() const {
+    return fMenu.geometry();
 }
 
 QAction* OpenMenu::Find(const std::string& path) const {

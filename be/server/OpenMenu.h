@@ -21,6 +21,7 @@ public:
 
     // For tests
     std::vector<std::string> Labels() const;
+    QRect Frame() const;
     QAction* Find(const std::string& path) const;
     void Choose(const QAction* action);
     void Click(QAction* action); // at the top level

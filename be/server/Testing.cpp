@@ -275,6 +275,18 @@ std::vector<std::string> MenuLabels() {
     return labels;
 }
 
+BRect MenuFrame() {
+    BRect frame;
+    Call([&] {
+        if (const OpenMenu* menu = OpenMenu::Current()) {
+            const QRect rect = menu->Frame();
+            frame.Set(float(rect.left()), float(rect.top()), float(rect.right()),
+                      float(rect.bottom()));
+        }
+    });
+    return frame;
+}
+
 namespace {
 
 bool WithLine(const std::string& path, const std::function<bool(OpenMenu&, QAction*)>& work) {

@@ -69,6 +69,7 @@ void CloseByUser(BWindow* window);
 // "File/Open".
 bool MenuIsOpen();
 std::vector<std::string> MenuLabels();
+BRect MenuFrame(); // on the screen
 bool MenuLineIsMarked(const std::string& path);
 bool MenuLineIsEnabled(const std::string& path);
 bool ChooseMenuLine(const std::string& path); // false if there is no such line or it is disabled

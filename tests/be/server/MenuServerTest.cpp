@@ -1,6 +1,8 @@
 #include "server/MenuServer.h"
 #include "support/TestWindow.h"
 
+#include <Screen.h>
+
 #include <mutex>
 #include <optional>
 
@@ -91,6 +93,16 @@ TEST_F(NativeMenu, ALineWithASubmenuIsChosenOnlyWithATokenOfItsOwn) {
     EXPECT_TRUE(server::testing::ChooseMenuLine("More"));
     EXPECT_EQ(MenuOutcome::Kind::kChosen, Outcome().kind);
     EXPECT_EQ(6, Outcome().token);
+}
+
+TEST_F(NativeMenu, HundredsOfLinesStayOnTheScreen) {
+    for (int32 i = 0; i < 500; i++)
+        request.menu.push_back(Line("a line among many", 100 + i));
+    Open();
+    const BRect frame = server::testing::MenuFrame();
+    EXPECT_LE(frame.Height(), BScreen().Frame().Height());
+    EXPECT_LT(frame.Width(), 400);
+    server::testing::DismissMenu();
 }
 
 TEST_F(NativeMenu, ASecondMenuEndsTheFirst) {
