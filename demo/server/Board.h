@@ -26,6 +26,14 @@ enum class Fate {
     kStalled,      // no answer
 };
 
+// How a posting CGI answers, whatever it thinks of the post.
+enum class PostStyle {
+    kUsual,
+    kUntitled, // a page without a title
+    kOverlong, // one with a line of 20,000 bytes behind what it says
+    kStalled,  // only when the style has changed again; the post is taken then
+};
+
 struct Thread {
     std::string key; // ten digits
     std::string title;

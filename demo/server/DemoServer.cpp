@@ -136,8 +136,13 @@ void DemoServer::Http::Post(const httplib::Request& request, const std::string& 
     post.prefix = isBbsCgi || path.empty() ? "" : path.substr(1);
     post.referer = request.get_header_value("Referer");
     post.form = body;
-    std::lock_guard guard(owner.fMutex);
-    std::string page = takePost(owner.fBoards, post, time(nullptr));
+    std::unique_lock lock(owner.fMutex);
+    while (owner.fPostStyle == PostStyle::kStalled && !owner.fIsEnding) {
+        owner.fStalled++;
+        owner.fFateChanged.wait(lock);
+        owner.fStalled--;
+    }
+    std::string page = styledPage(takePost(owner.fBoards, post, time(nullptr)), owner.fPostStyle);
     owner._Log(request, 200, page.size());
     response.set_content(page, "text/html");
 }
@@ -201,6 +206,12 @@ bool DemoServer::SetFate(const std::string& board, const std::string& key, Fate 
         thread->fate = fate;
     fFateChanged.notify_all();
     return thread != nullptr;
+}
+
+void DemoServer::SetPostStyle(PostStyle style) {
+    std::lock_guard guard(fMutex);
+    fPostStyle = style;
+    fFateChanged.notify_all();
 }
 
 int DemoServer::CountStalled() const {

@@ -43,7 +43,9 @@ public:
     bool Grow(const std::string& board, const std::string& key, int posts);
     // From now on. A stalled request is answered when the thread's fate changes again, or never.
     bool SetFate(const std::string& board, const std::string& key, Fate fate);
-    // The requests that wait for that now.
+    // From now on, for all posts.
+    void SetPostStyle(PostStyle style);
+    // The requests that wait for such a change now.
     int CountStalled() const;
     // What the server holds of a thread and would send whole; "" for none.
     std::string Dat(const std::string& board, const std::string& key) const;
@@ -77,6 +79,7 @@ private:
     BoardSet fBoards;
     std::vector<Request> fRequests;
     std::map<std::string, int> fUnderWay; // requests, by path
+    PostStyle fPostStyle = PostStyle::kUsual;
     int fStalled = 0;
     bool fIsEnding = false;
 

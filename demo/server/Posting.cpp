@@ -71,3 +71,14 @@ std::string takePost(BoardSet& boards, const PostRequest& request, time_t now) {
     board->AddPost(*thread, post, now);
     return postedPage("/" + board->Folder() + "/");
 }
+
+std::string styledPage(std::string page, PostStyle style) {
+    const std::string kTitleEnd = "</title>";
+    size_t title = page.find("<title>");
+    size_t end = page.find(kTitleEnd);
+    if (style == PostStyle::kUntitled && end != std::string::npos)
+        page.erase(title, end + kTitleEnd.size() - title);
+    if (style == PostStyle::kOverlong)
+        page += std::string(20000, 'x') + "\n";
+    return page;
+}

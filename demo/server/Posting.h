@@ -15,3 +15,6 @@ struct PostRequest {
 };
 
 std::string takePost(BoardSet& boards, const PostRequest& request, time_t now);
+
+// The page as that style has it.
+std::string styledPage(std::string page, PostStyle style);
