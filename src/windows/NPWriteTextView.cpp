@@ -67,6 +67,12 @@ void NPWriteTextView::AttachedToWindow() {
     SetViewColor(ui_color(B_DOCUMENT_BACKGROUND_COLOR));
 }
 
+void NPWriteTextView::MakeUsable(bool usable) {
+    MakeEditable(usable);
+    SetViewColor(ui_color(usable ? B_DOCUMENT_BACKGROUND_COLOR : B_PANEL_BACKGROUND_COLOR));
+    Invalidate();
+}
+
 void NPWriteTextView::FrameResized(float width, float height) {
     BTextView::FrameResized(width, height);
     SetTextRect(BRect(kInset, kInset, width - kInset, height - kInset));

@@ -16,6 +16,8 @@ public:
     void MouseDown(BPoint where) override;
     void MessageReceived(BMessage* message) override;
 
+    // While it can't be edited it looks like it.
+    void MakeUsable(bool usable);
     // Moves what stands between the caret and the end of its line to the clipboard; at the end of a
     // line its line feed.
     void CutOfLine();

@@ -235,7 +235,11 @@ void NPWriteWindow::_SetUsable(bool usable) {
         fFocus = CurrentFocus();
     fName->SetEnabled(usable);
     fMail->SetEnabled(usable);
-    fMessage->MakeEditable(usable);
+    for (const char* menu : {"name menu", "mail menu"}) {
+        BMenuField* field = static_cast<BMenuField*>(FindView(menu));
+        field->SetEnabled(usable && field->Menu()->CountItems() > 0);
+    }
+    fMessage->MakeUsable(usable);
     fSendButton->SetEnabled(usable);
     if (usable && fFocus != nullptr && CurrentFocus() == nullptr)
         fFocus->MakeFocus(true);

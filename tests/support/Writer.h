@@ -8,6 +8,7 @@
 #include <Application.h>
 #include <Clipboard.h>
 #include <Message.h>
+#include <StringView.h>
 #include <TextControl.h>
 
 #include <gtest/gtest.h>
@@ -85,6 +86,11 @@ public:
     std::string Field(const char* name) {
         std::string text;
         Do([&] { text = static_cast<BTextControl*>(fWindow->FindView(name))->Text(); });
+        return text;
+    }
+    std::string Status() {
+        std::string text;
+        Do([&] { text = static_cast<BStringView*>(fWindow->FindView("status"))->Text(); });
         return text;
     }
     bool CanSend() {

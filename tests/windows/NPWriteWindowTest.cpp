@@ -113,6 +113,48 @@ TEST_F(Posting, ARefusedPostStaysReadyToBeSentAgain) {
     EXPECT_TRUE(fBrowser->WaitUntil([this] { return Count(" (2)"); }));
 }
 
+TEST_F(Posting, NothingCanBeUsedUntilASlowServerAnswers) {
+    OpenWriter();
+    Writer writer;
+    writer.Type("text");
+    fServer.SetPostStyle(PostStyle::kStalled);
+    writer.Send();
+    EXPECT_TRUE(WaitUntil([&] { return fServer.CountStalled() == 1; }));
+    EXPECT_FALSE(writer.CanSend());
+    EXPECT_EQ(writer.Status(), "many.exampleへ送信中");
+    fServer.SetPostStyle(PostStyle::kOverlong);
+    EXPECT_TRUE(writer.WaitUntilClosed());
+    EXPECT_TRUE(fBrowser->WaitUntil([this] { return Count(" (2)"); }));
+}
+
+TEST_F(Posting, ARefusalWithoutATitleIsAnEmptyAlert) {
+    fServer.SetPostStyle(PostStyle::kUntitled);
+    OpenWriter();
+    Writer writer;
+    writer.Type(" ");
+    writer.Send();
+    EXPECT_TRUE(WaitUntil([] { return CountAlerts() == 1; }));
+    EXPECT_EQ(WaitForAlert(), "");
+    DismissAlert();
+    EXPECT_TRUE(WaitUntil([&] { return writer.CanSend(); }));
+    EXPECT_EQ(writer.Text(), " ");
+}
+
+TEST_F(Posting, ThreadsOfTheOtherFamilyAreWrittenTo) {
+    for (const char* board : {"pre/cgi", "bbs/cgi"}) {
+        fServer.AddBoard(board, 1, BoardKind::kCgi);
+        const std::string key = fServer.Keys(board).front();
+        WriteWindowSetup setup = SetupFor(fServer.Port());
+        setup.target = {PostFamily::kWriteCgi, "many.example", board, key};
+        NPWriteWindow::Open(setup);
+        Writer writer;
+        writer.Type("text of its own");
+        writer.Send();
+        EXPECT_TRUE(writer.WaitUntilClosed());
+        EXPECT_NE(fServer.Dat(board, key).find("text of its own"), std::string::npos) << board;
+    }
+}
+
 TEST_F(Posting, OneWindowAThread) {
     OpenWriter();
     Writer writer;
@@ -282,4 +324,31 @@ TEST(NPWriteWindow, StandsWhereItsHeadCanBeReached) {
             EXPECT_LE(strlen(writer.Window()->Title()), 255u);
         });
     }
+}
+
+TEST(NPArticleView, TheWriteButtonNeedsAThreadWithAGoodAddress) {
+    ScratchFolder folder;
+    RawServer server({RawServer::Stall()});
+    Browser browser(server.Port());
+    const auto press = [&] {
+        browser.Locked(
+            [&] {
+                BMessage message(kMsgOpenWriteWindow);
+                return BMessenger(browser.Article()).SendMessage(&message);
+            },
+            status_t(B_ERROR));
+    };
+    press();
+    EXPECT_EQ(WaitForAlert(), "スレッドが選択されていません！");
+    DismissAlert();
+    const std::string board(64, 'b'); // a byte too long
+    BMessage select(kMsgThreadSelected);
+    select.AddString("dat", "1.dat");
+    select.AddString("url", ("http://board.example/" + board + "/").c_str());
+    browser.Messenger().SendMessage(&select);
+    press();
+    EXPECT_EQ(WaitForAlert(),
+              "Invalid URL: http://board.example/test/read.cgi?bbs=" + board + "&key=1");
+    DismissAlert();
+    EXPECT_EQ(FindWriteWindow(), nullptr);
 }
