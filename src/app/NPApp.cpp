@@ -19,7 +19,8 @@
 namespace {
 
 constexpr bigtime_t kBusyRate = 100000; // microseconds a frame
-constexpr bigtime_t kLockTime = 200000; // microseconds; a window that shows an alert is passed over
+constexpr bigtime_t kLockTime =
+    1000000; // microseconds; a window that shows an alert is passed over
 constexpr float kCascade = 20;
 const BRect kFirstFrame(50, 50, 600, 550);
 

@@ -59,11 +59,6 @@ void PrintFrame(int32 index) {
     printf("frame %g %g %g %g\n", frame.left, frame.top, frame.Width(), frame.Height());
 }
 
-bool WaitForActive(int32 index) {
-    return server::testing::WaitUntil(
-        [&] { return WithWindow(index, [](BWindow* window) { return window->IsActive(); }); });
-}
-
 void Close(int32 index) {
     BMessenger(nullptr, be_app->WindowAt(index)).SendMessage(B_QUIT_REQUESTED);
 }
@@ -76,7 +71,8 @@ int32 StartAndQuit(void*) {
 }
 
 int32 OpenAndClose(void*) {
-    WaitForWindows(1);
+    if (!WaitForWindows(1) || !WaitForActive(0))
+        return 0;
     BMessenger(nullptr, be_app->WindowAt(0)).SendMessage(kMsgNewWindow);
     if (WaitForWindows(2) && WaitForActive(1))
         PrintFrame(1);

@@ -29,6 +29,7 @@ public:
         fKey = fServer.Keys("many").front();
         fServer.Grow("many", fKey, kPosts);
         _Wait(1);
+        WaitForActive(0);
         fFirst = BMessenger(be_app->WindowAt(0));
         SettingsFile* settings = static_cast<NPApp*>(be_app)->Settings();
         settings->Replace("proxy_host", "127.0.0.1");
@@ -69,18 +70,10 @@ public:
             });
         });
     }
-    // Command-G, pressed in the window that is active.
-    static bool PressSwitchesTo(size_t next) {
-        BWindow* active = nullptr;
-        for (int32 i = 0; BWindow* window = be_app->WindowAt(i); i++)
-            active = _IsActive(window) ? window : active;
-        if (active == nullptr)
-            return false;
-        server::testing::Key(active, 'g', B_COMMAND_KEY);
-        const auto isNext = [next] {
-            return _IsActive(be_app->WindowAt(static_cast<int32>(next)));
-        };
-        return server::testing::WaitUntil(isNext);
+    // Command-G, pressed in the active window.
+    static bool PressSwitches(int32 active, int32 next) {
+        server::testing::Key(be_app->WindowAt(active), 'g', B_COMMAND_KEY);
+        return WaitForActive(next);
     }
 
 private:
@@ -93,9 +86,6 @@ private:
         const bool result = call(static_cast<BWindow*>(looper));
         looper->Unlock();
         return result;
-    }
-    static bool _IsActive(BWindow* window) {
-        return With(BMessenger(window), [](BWindow* target) { return target->IsActive(); });
     }
     static void _Wait(int32 count) {
         server::testing::WaitUntil([&] { return be_app->CountWindows() == count; });
@@ -128,16 +118,10 @@ void OpenEachKind(Windows& windows) {
 
 void SwitchAround(Windows& windows) {
     const BMessenger thread = windows.Open(kMsgThreadInWindow);
+    WaitForActive(1);
     const BMessenger board = windows.Open(kMsgBoardInWindow);
-    if (!server::testing::WaitUntil([] {
-            BWindow* last = be_app->WindowAt(2);
-            last->Lock();
-            const bool isActive = last->IsActive();
-            last->Unlock();
-            return isActive;
-        }))
-        return;
-    if (Windows::PressSwitchesTo(0) && Windows::PressSwitchesTo(1) && Windows::PressSwitchesTo(2))
+    if (WaitForActive(2) && Windows::PressSwitches(2, 0) && Windows::PressSwitches(0, 1) &&
+        Windows::PressSwitches(1, 2))
         printf("switched\n");
     Windows::Close(board);
     Windows::Close(thread);
@@ -158,7 +142,29 @@ void CloseInEveryOrder(Windows& windows) {
     printf("closed in %d orders\n", orders);
 }
 
+bool IsActive(int32 index) {
+    BWindow* window = be_app->WindowAt(index);
+    if (window == nullptr || !window->Lock())
+        return false;
+    const bool isActive = window->IsActive();
+    window->Unlock();
+    return isActive;
+}
+
 } // namespace
+
+bool WaitForActive(int32 index) {
+    const bool isActive = server::testing::WaitUntil([index] {
+        for (int32 i = 0; i < be_app->CountWindows(); i++) {
+            if (IsActive(i) != (i == index))
+                return false;
+        }
+        return true;
+    });
+    for (int32 i = 0; i < be_app->CountWindows(); i++)
+        server::testing::WaitUntilIdle(be_app->WindowAt(i));
+    return isActive;
+}
 
 int32 OpenAndCloseInEveryOrder(void*) {
     Windows windows;

@@ -15,7 +15,9 @@ namespace testprograms {
 
 namespace {
 
+// Reached by failures alone; a whole run of a program may hold many waits.
 const bigtime_t kPatience = 60000000;
+const bigtime_t kPatienceForTheEnd = 240000000;
 const bigtime_t kPause = 5000;
 
 std::string ScratchFolder() {
@@ -80,7 +82,7 @@ void ChildProgram::Tell(const std::string& line) const {
 
 int ChildProgram::Wait() {
     int status = 0;
-    const bigtime_t end = system_time() + kPatience;
+    const bigtime_t end = system_time() + kPatienceForTheEnd;
     while (waitpid(fProcess, &status, WNOHANG) == 0) {
         if (system_time() > end)
             Kill();
