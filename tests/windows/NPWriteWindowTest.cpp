@@ -19,6 +19,8 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <filesystem>
+#include <future>
 #include <limits>
 
 using namespace server::testing;
@@ -179,6 +181,45 @@ TEST(NPWriteWindow, WhatWasWrittenStandsThereAgain) {
     Writer writer;
     EXPECT_EQ(writer.Text(), "書きかけ");
     EXPECT_EQ(folder.Read("2ch/Drafts/h.jp/news/12.txt"), "名前\n\n書きかけ");
+}
+
+TEST(NPWriteWindow, TheProgramsEndKeepsWhatWasWritten) {
+    ScratchFolder folder;
+    NPWriteWindow::Open(SetupFor(9));
+    Writer writer;
+    writer.Type("text");
+    be_app->Lock();
+    EXPECT_TRUE(be_app->QuitRequested());
+    be_app->Unlock();
+    EXPECT_EQ(folder.Read("2ch/Drafts/h.jp/news/12.txt"), "\n\ntext");
+}
+
+TEST(NPWriteWindow, AsksBeforeWhatCantBeKeptIsLost) {
+    ScratchFolder folder;
+    const std::string inTheWay = folder.Write("2ch/Drafts", "a file");
+    NPWriteWindow::Open(SetupFor(9));
+    Writer writer;
+    writer.Type("text");
+    std::future<bool> quits = std::async(std::launch::async, [] {
+        be_app->Lock();
+        const bool result = be_app->QuitRequested();
+        be_app->Unlock();
+        return result;
+    });
+    EXPECT_NE(WaitForAlert().find("下書きを保存できません。"), std::string::npos);
+    DismissAlert();
+    EXPECT_FALSE(quits.get());
+    EXPECT_EQ(writer.Text(), "text");
+
+    writer.Window()->PostMessage(B_QUIT_REQUESTED);
+    EXPECT_NE(WaitForAlert(), "");
+    EXPECT_TRUE(IsBlocked(writer.Window()));
+    DismissAlert();
+    writer.Settle();
+    EXPECT_TRUE(writer.CanSend());
+    std::filesystem::remove(inTheWay);
+    writer.Close();
+    EXPECT_EQ(folder.Read("2ch/Drafts/h.jp/news/12.txt"), "\n\ntext");
 }
 
 TEST(NPWriteWindow, APostWithoutAnAnswerKeepsItsDraft) {
