@@ -100,7 +100,6 @@ void NPWindow::_EndPatrol() {
     fPatrolling = false;
     fPatrolWindow = BMessenger();
     if (fArticleWorker != nullptr && fArticleWorker == fVisit) {
-        fArticleWorker->ReleaseCursor();
         _StopWorker(&fArticleWorker);
         PostProgressData("", 0);
     }

@@ -18,7 +18,8 @@ void NPWindow::OpenWriteWindow(const PostTarget& target, const char* title, int3
     float size = setup.font.Size();
     GetFontInfo(&family, &style, &size);
     setup.font.SetFamilyAndStyle(family, style);
-    setup.font.SetSize(size);
+    if (size > 0)
+        setup.font.SetSize(size);
     if (GetWriteKeyBinding() == 1)
         setup.bindings = NPWriteTextView::Bindings::kEmacs;
     if (const NPApp* application = dynamic_cast<NPApp*>(be_app))

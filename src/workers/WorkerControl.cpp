@@ -26,6 +26,7 @@ void WorkerControl::Stop() {
     const BAutolock lock(fAlertLock);
     fStopped = true;
     fAlert.SendMessage(B_QUIT_REQUESTED);
+    ReleaseCursor();
 }
 
 void WorkerControl::PresentAlert(BAlert* alert) {

@@ -20,8 +20,8 @@ public:
 
     port_id Port() const { return fPort; }
 
-    // Asks the worker to stop; its alert, if one is open, goes. By the window, which then forgets
-    // the port.
+    // Asks the worker to stop; its alert, if one is open, goes. It may hang on a server for long
+    // yet: the cursor is given back at once. By the window, which then forgets the port.
     void Stop();
     bool IsStopped() const { return fStopped; }
     // Whether the worker must stop; its port has then been deleted and the cursor given back.

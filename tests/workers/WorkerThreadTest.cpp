@@ -1,5 +1,10 @@
 #include "workers/WorkerThread.h"
 
+#include "app/Messages.h"
+#include "support/MessageCounter.h"
+
+#include "server/Testing.h"
+
 #include <gtest/gtest.h>
 
 #include <vector>
@@ -29,4 +34,20 @@ TEST(WorkerThread, AWorkerWithoutAPortIsNotStarted) {
     EXPECT_NE(job, nullptr);
     for (const port_id port : ports)
         delete_port(port);
+}
+
+TEST(WorkerControl, AStoppedWorkerGivesTheCursorBackAtOnceAndOnce) {
+    MessageCounter cursor(kMsgBusyCursor);
+    MessageCounter mark(kMsgToggleClick); // comes behind all that were sent before it
+    {
+        WorkerControl control("port");
+        control.TakeCursor();
+        control.Stop();
+        EXPECT_TRUE(server::testing::WaitUntil([&] { return cursor.Count() == 2; }));
+        EXPECT_TRUE(control.MustStop());
+        control.ReleaseCursor();
+    }
+    be_app_messenger.SendMessage(kMsgToggleClick);
+    EXPECT_TRUE(server::testing::WaitUntil([&] { return mark.Count() == 1; }));
+    EXPECT_EQ(cursor.Count(), 2);
 }
