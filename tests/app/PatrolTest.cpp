@@ -325,6 +325,20 @@ TEST_F(PatrolTest, TheWindowClosesWhileAnAlertIsOpen) {
     EXPECT_TRUE(server::testing::WaitUntil([] { return !Patrol::IsOpen() && CountAlerts() == 0; }));
 }
 
+TEST_F(PatrolTest, TheProgramEndsInTheMiddle) {
+    ListBookmarks();
+    fServer->SetFate(kFolder, VisitedAfter(0), Fate::kGone); // an alert is open
+    StartPatrol();
+    EXPECT_NE(WaitForAlert(), "");
+    EXPECT_TRUE(
+        server::testing::WaitUntil([&] { return server::testing::IsBlocked(fBrowser->Window()); }));
+    be_app->Lock();
+    EXPECT_TRUE(be_app->QuitRequested());
+    be_app->Unlock();
+    EXPECT_FALSE(Patrol::IsOpen());
+    EXPECT_TRUE(server::testing::WaitUntil([] { return be_app->CountWindows() == 0; }));
+}
+
 TEST_F(PatrolTest, PatrolsStartAndStopAtAnyMoment) {
     for (int i = 0; i < 8; i++) {
         StartPatrol();
