@@ -11,6 +11,7 @@
 #include <PopUpMenu.h>
 #include <Window.h>
 
+#include <algorithm>
 #include <string>
 
 namespace {
@@ -44,10 +45,9 @@ std::string ClipboardText() {
 std::string Quoted(const std::string& text) {
     std::string quoted;
     for (size_t start = 0; start < text.size();) {
-        size_t end = text.find('\n', start);
-        end = end == text.npos ? text.size() : end;
+        const size_t end = std::min(text.find_first_of("\r\n", start), text.size());
         quoted += kQuote + text.substr(start, end - start) + "\n";
-        start = end + 1;
+        start = end + (text.compare(end, 2, "\r\n") == 0 ? 2 : 1);
     }
     return quoted;
 }

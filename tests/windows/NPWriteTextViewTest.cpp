@@ -75,10 +75,10 @@ TEST(NPWriteTextView, QuotesEachLineOfTheClipboard) {
     OpenWithBindings(NPWriteTextView::Bindings::kPlatform);
     Writer writer;
     writer.Type("x");
-    SetClipboard("一\n\n二");
+    SetClipboard("一\r\n\n二\r三");
     writer.Window()->PostMessage(kMsgQuotePaste, writer.Editor());
     writer.Settle();
-    EXPECT_EQ(writer.Text(), "x> 一\n> \n> 二\n");
+    EXPECT_EQ(writer.Text(), "x> 一\n> \n> 二\n> 三\n");
     writer.Press('z', B_COMMAND_KEY);
     EXPECT_EQ(writer.Text(), "x");
 }

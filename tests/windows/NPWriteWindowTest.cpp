@@ -7,6 +7,7 @@
 #include "support/RawServer.h"
 #include "support/ScratchFolder.h"
 #include "support/Writer.h"
+#include "views/NPStringView.h"
 
 #include "server/DemoServer.h"
 
@@ -140,6 +141,30 @@ TEST_F(Posting, ARefusalWithoutATitleIsAnEmptyAlert) {
     DismissAlert();
     EXPECT_TRUE(WaitUntil([&] { return writer.CanSend(); }));
     EXPECT_EQ(writer.Text(), " ");
+}
+
+TEST_F(Posting, APostAppearsInAThreadThatIsReadAsPages) {
+    for (const char* board : {"cgi", "pre/cgi"}) {
+        fServer.AddBoard(board, 1, BoardKind::kCgi);
+        fKey = fServer.Keys(board).front();
+        BMessage message(kMsgThreadSelected);
+        message.AddString("dat", (fKey + ".cgi").c_str());
+        message.AddString("url", ("http://many.example/" + std::string(board) + "/").c_str());
+        message.AddInt32("res", 0);
+        fBrowser->Messenger().SendMessage(&message);
+        EXPECT_TRUE(fBrowser->WaitUntil([&] {
+            const NPStringView* url =
+                static_cast<NPStringView*>(fBrowser->Article()->FindView("url"));
+            return Count(" (1)") && url->Address().ends_with("KEY=" + fKey);
+        }));
+        OpenWriter();
+        Writer writer;
+        writer.Type("ページの板");
+        writer.Send();
+        EXPECT_TRUE(writer.WaitUntilClosed());
+        EXPECT_TRUE(fBrowser->WaitUntil([this] { return Count(" (2)"); })) << board;
+        EXPECT_NE(fBrowser->Text().find("ページの板"), std::string::npos) << board;
+    }
 }
 
 TEST_F(Posting, ThreadsOfTheOtherFamilyAreWrittenTo) {
