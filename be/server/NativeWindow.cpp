@@ -77,7 +77,8 @@ QRect GeometryOf(BRect frame) {
 
 } // namespace
 
-NativeWindow::NativeWindow(WindowLink& link) : fLink(link), fStore(this) {
+NativeWindow::NativeWindow(WindowLink& link)
+    : fLink(link), fKeptLink(link.shared_from_this()), fStore(this) {
     setSurfaceType(QSurface::RasterSurface);
     ApplyKind();
     ApplyLimits();
@@ -96,8 +97,10 @@ int NativeWindow::CountWindows() {
 }
 
 void NativeWindow::CloseAll() {
-    while (!sWindows.empty())
-        sWindows.back()->fLink.fNative.reset();
+    while (!sWindows.empty()) {
+        const std::shared_ptr<WindowLink> link = sWindows.back()->fKeptLink;
+        link->fNative.reset();
+    }
 }
 
 NativeWindow* NativeWindow::LastActive() {

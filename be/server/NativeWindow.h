@@ -10,6 +10,8 @@
 #include <QString>
 #include <QWindow>
 
+#include <memory>
+
 class BWindow;
 class QInputMethodEvent;
 class QInputMethodQueryEvent;
@@ -75,6 +77,9 @@ private:
     void _Copy(const QImage& image, const QRegion& changed);
 
     WindowLink& fLink;
+    // The link owns this window, and lasts until it has closed it: after the server has stopped,
+    // the window's side may have let go of it first.
+    const std::shared_ptr<WindowLink> fKeptLink;
     QBackingStore fStore;
     bool fActive = false;
     bool fComposing = false;

@@ -12,11 +12,8 @@ namespace server {
 WindowLink::WindowLink(const WindowSpec& spec)
     : fScale(ScreenAt(spec.frame.LeftTop()).scale), fSpec(spec) {}
 
-WindowLink::~WindowLink() {
-    // The server closes native windows; one that is still there belongs to a server that has
-    // stopped.
-    static_cast<void>(fNative.release());
-}
+// The native window keeps its link, so it has gone by now.
+WindowLink::~WindowLink() = default;
 
 void WindowLink::Open(const BMessenger& target) {
     Post([self = shared_from_this(), target] {

@@ -66,6 +66,11 @@ TEST(Application, AThreadThatHangsDoesNotKeepTheProcess) {
     EXPECT_EQ("ready\nquit asked\nended\n", child.Output());
 }
 
+TEST(Application, AWindowMayGoAfterTheServerHasStopped) {
+    ChildProgram child("has a thread that deletes its window at the end");
+    EXPECT_EQ(0, child.Wait()) << child.Errors();
+}
+
 TEST(Application, APortThatIsWaitedAtIsDeletedAtTheEnd) {
     ChildProgram child("waits at a port");
     EXPECT_EQ(0, child.Wait());

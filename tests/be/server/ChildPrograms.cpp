@@ -1,6 +1,7 @@
 // The small programs that ApplicationTest runs, each in a process of its own.
 #include "support/ChildProgram.h"
 
+#include "server/Server.h"
 #include "server/Testing.h"
 
 #include <Alert.h>
@@ -235,6 +236,15 @@ int32 CheckStripes(void* data) {
     return 0;
 }
 
+// Its window is not shown, so that the application leaves it to this thread.
+int32 DeleteWindowAtTheEnd(void*) {
+    BWindow* window = new BWindow(BRect(0, 0, 99, 99), "late", B_TITLED_WINDOW, 0);
+    while (server::Call([] {}))
+        snooze(1000);
+    window->Quit();
+    return 0;
+}
+
 int RunStripes(Program& program) {
     program.fReady = [](Program&) {
         auto* window = new BWindow(BRect(100, 100, 159, 189), "stripes", B_TITLED_WINDOW, 0);
@@ -270,6 +280,11 @@ const std::map<std::string, std::function<int(Program&)>> kPrograms = {
          };
          program.Run();
          return 0;
+     }},
+    {"has a thread that deletes its window at the end",
+     [](Program& program) {
+         Start(DeleteWindowAtTheEnd);
+         return RunQuits(program, 0);
      }},
     {"tells its locale", TellLocale},
     {"tells its arguments", TellArguments},
