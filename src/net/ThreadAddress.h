@@ -4,6 +4,12 @@
 
 #include <string>
 
+// The longest names that fit the servers' and the files' formats, in bytes: a board's URL, and a
+// dat name. A name that identifies something is refused when it is longer: a cut one would name
+// something else.
+constexpr size_t kLongestUrl = 127;
+constexpr size_t kLongestDat = 15;
+
 // A thread's address in the web browser, from its board's URL and its dat name: the read.cgi that
 // serves it depends on whether the dat name contains "cgi". Empty when the URL is no board address
 // or the dat name has no ".".

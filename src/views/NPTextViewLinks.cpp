@@ -22,6 +22,23 @@ namespace {
 
 constexpr int32 kLongestPart = 64; // of a thread's address, with its terminator
 
+// Whether a link leads to a thread that can be read here; fills in its "url" and "dat".
+bool FindThread(const char* link, BMessage* open) {
+    char host[kLongestPart];
+    char board[kLongestPart];
+    char key[kLongestPart];
+    if (!Is2ch(link, host, board, key, kLongestPart))
+        return false;
+    const std::string url = std::string("http://") + host + "/" + board + "/index.html";
+    const std::string dat = std::string(key) + ".dat";
+    if (url.size() > kLongestUrl || dat.size() > kLongestDat)
+        return false;
+    open->AddString("url", url.c_str());
+    open->AddString("dat", dat.c_str());
+    fprintf(stderr, "host: %s bbs: %s key: %s\n", host, board, key);
+    return true;
+}
+
 } // namespace
 
 void NPTextView::MouseDown(BPoint where) {
@@ -49,20 +66,14 @@ void NPTextView::MouseDown(BPoint where) {
 }
 
 void NPTextView::_FollowUrl(const char* url) {
-    char host[kLongestPart];
-    char board[kLongestPart];
-    char key[kLongestPart];
-    if (!Is2ch(url, host, board, key, kLongestPart)) {
+    BMessage open(kMsgThreadInWindow);
+    if (!FindThread(url, &open)) {
         OpenInBrowser(url);
         return;
     }
-    BMessage open(kMsgThreadInWindow);
-    open.AddString("url", (std::string("http://") + host + "/" + board + "/index.html").c_str());
-    open.AddString("dat", (std::string(key) + ".dat").c_str());
     open.AddString("title", url);
     open.AddBool("no_parent", true);
     Window()->PostMessage(&open);
-    fprintf(stderr, "host: %s bbs: %s key: %s\n", host, board, key);
 }
 
 void NPTextView::showPopUpWindow(BPoint where) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "net/ThreadAddress.h"
 #include "workers/WindowLink.h"
 #include "workers/WorkerControl.h"
 
@@ -10,10 +11,7 @@
 
 // What a window hands to a worker. The worker owns it and frees it as its thread exits.
 
-// The longest names that fit the servers' and the files' formats, in bytes. A name that identifies
-// something is refused when it is longer: a cut one would name something else.
-constexpr size_t kLongestUrl = 127;
-constexpr size_t kLongestDat = 15;
+// In bytes.
 constexpr size_t kLongestBoardName = 63; // shown only, so it is cut
 constexpr size_t kLongestProxyHost = 63;
 constexpr size_t kLongestProxyPort = 7;

@@ -89,6 +89,9 @@ TEST_F(ArticleLinks, AUrlReachesTheDesktopAsItStands) {
         "http://x/http://y/",
         "http://" + std::string(100000, 'x'),
         "http://x/test/read.cgi/news/" + std::string(100000, '1'),
+        // Threads' names that no server could be asked for
+        "http://x/test/read.cgi/news/101170000012/",
+        "http://" + std::string(63, 'h') + "/test/read.cgi/" + std::string(46, 'b') + "/1/",
         "http://",
     };
     for (const std::string& url : kUrls) {
