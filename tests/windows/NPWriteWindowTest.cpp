@@ -124,7 +124,7 @@ TEST_F(Posting, NothingCanBeUsedUntilASlowServerAnswers) {
     writer.Send();
     EXPECT_TRUE(WaitUntil([&] { return fServer.CountStalled() == 1; }));
     EXPECT_FALSE(writer.CanSend());
-    EXPECT_EQ(writer.Status(), "many.exampleへ送信中");
+    EXPECT_TRUE(WaitUntil([&] { return writer.Status() == "many.exampleへ送信中"; }));
     fServer.SetPostStyle(PostStyle::kOverlong);
     EXPECT_TRUE(writer.WaitUntilClosed());
     EXPECT_TRUE(fBrowser->WaitUntil([this] { return Count(" (2)"); }));
