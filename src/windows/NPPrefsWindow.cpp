@@ -150,10 +150,14 @@ BView* NPPrefsWindow::_MakeGeneralTab(BRect frame) {
     return base;
 }
 
+NPFontMenu* NPPrefsWindow::GetFontMenu() const {
+    return new NPFontMenu(_Setting("font_family").String(), _Setting("font_style").String());
+}
+
 BBox* NPPrefsWindow::_MakeFontBox(BRect frame) {
     BBox* box = new BBox(frame);
     box->SetLabel("フォント");
-    fFontMenu = new NPFontMenu(_Setting("font_family").String(), _Setting("font_style").String());
+    fFontMenu = GetFontMenu();
     AddField(box, 0, "font", nullptr, fFontMenu);
     float size = 0;
     char label[16];

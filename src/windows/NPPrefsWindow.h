@@ -28,6 +28,7 @@ public:
 private:
     BView* _MakeGeneralTab(BRect frame);
     BBox* _MakeFontBox(BRect frame);
+    NPFontMenu* GetFontMenu() const;
     BBox* _MakeEditorBox(BRect frame);
     BView* _MakeNetworkTab(BRect frame);
     void _AddButtons(BView* view);

@@ -1,6 +1,8 @@
 #include "app/DefaultSettings.h"
 #include "support/Browser.h"
+#include "support/OpenWindow.h"
 #include "support/ScratchFolder.h"
+#include "windows/NPPrefsWindow.h"
 
 #include <Screen.h>
 
@@ -45,6 +47,10 @@ TEST(SettingsOfNonsense, StillGiveAWindowToWorkWith) {
         static_cast<NPArticleView*>(window->FindView("article pane"))->TextView()->addNumItem(1);
         window->Unlock();
         EXPECT_TRUE(server::testing::WaitUntilIdle(window));
+        messenger.SendMessage(kMsgOpenPrefs);
+        NPPrefsWindow* prefs = WaitForOpen<NPPrefsWindow>();
+        BMessenger(prefs).SendMessage(B_QUIT_REQUESTED);
+        EXPECT_TRUE(WaitForClosed<NPPrefsWindow>());
         messenger.SendMessage(B_QUIT_REQUESTED);
         EXPECT_TRUE(server::testing::WaitUntil([&] { return !messenger.IsValid(); }));
     }
