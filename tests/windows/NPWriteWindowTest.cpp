@@ -238,7 +238,7 @@ TEST(NPWriteWindow, AsksBeforeWhatCantBeKeptIsLost) {
 
     writer.Window()->PostMessage(B_QUIT_REQUESTED);
     EXPECT_NE(WaitForAlert(), "");
-    EXPECT_TRUE(IsBlocked(writer.Window()));
+    EXPECT_TRUE(WaitUntil([&] { return IsBlocked(writer.Window()); }));
     DismissAlert();
     writer.Settle();
     EXPECT_TRUE(writer.CanSend());
