@@ -28,6 +28,7 @@ namespace {
 class FontWatch : public BMessageFilter {
 public:
     FontWatch() : BMessageFilter(kMsgFontChanged) {
+        _WaitForAll(); // of an earlier test too
         const BAutolock lock(be_app);
         be_app->AddCommonFilter(this);
     }
@@ -59,11 +60,19 @@ public:
         return text;
     }
     bool HasSent() {
+        _WaitForAll();
         std::lock_guard lock(fLock);
         return fSent.has_value();
     }
 
 private:
+    // Until the application has handled what it was sent: it answers in turn.
+    static void _WaitForAll() {
+        BMessage ask('ask?');
+        BMessage answer;
+        EXPECT_EQ(be_app_messenger.SendMessage(&ask, &answer), B_OK);
+    }
+
     std::mutex fLock;
     std::optional<BMessage> fSent; // guarded by fLock
 };
