@@ -24,19 +24,26 @@ void ClickListView::MouseDown(BPoint where) {
         OpenPopUpMenu(index, ConvertToScreen(where));
     }
     fLastPressed = index;
+    fPressedRow = FullListItemAt(index);
     ColumnListView::MouseDown(where);
 }
 
 void ClickListView::MouseUp(BPoint where) {
     bigtime_t clickSpeed = 500000;
     get_click_speed(&clickSpeed);
-    // The pressed row is the selected one. It may have moved meanwhile, or gone with its list.
-    const int32 index = FullListCurrentSelection();
-    if (fClickMode == kSingleClick && fPressTime >= 0 && fLastPressed >= 0 && index >= 0 &&
+    // It may have moved meanwhile, or gone with its list; a patrol may have selected another one.
+    const int32 index = fPressedRow != nullptr ? FullListIndexOf(fPressedRow) : -1;
+    if (fClickMode == kSingleClick && fPressTime >= 0 && index >= 0 &&
         system_time() - fPressTime < clickSpeed)
         RowChosen(index);
     fPressTime = -1;
     ColumnListView::MouseUp(where);
+}
+
+// A new row may get the old one's address.
+void ClickListView::MakeEmpty() {
+    fPressedRow = nullptr;
+    ColumnListView::MakeEmpty();
 }
 
 NPWindow* ClickListView::Browser() const {

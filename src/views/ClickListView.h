@@ -18,6 +18,7 @@ public:
 
     void MouseDown(BPoint where) override;
     void MouseUp(BPoint where) override;
+    void MakeEmpty() override;
     void InvokeRow(int32 index) override { RowChosen(index); }
     void OpenRowMenu(int32 index, BPoint screen) override { OpenPopUpMenu(index, screen); }
 
@@ -32,6 +33,7 @@ protected:
 
 private:
     click_mode fClickMode = kDoubleClick;
-    int32 fLastPressed = -1;   // full index of the row under the last press
+    int32 fLastPressed = -1;                  // full index of the row under the last press
+    const CLVListItem* fPressedRow = nullptr; // borrowed; null when it has gone
     bigtime_t fPressTime = -1; // of the last press of the primary button; −1 when none is pending
 };

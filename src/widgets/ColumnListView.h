@@ -46,7 +46,7 @@ public:
 
     // Rows; full indexes count collapsed ones.
     void AddItem(CLVListItem* row);
-    void MakeEmpty();
+    virtual void MakeEmpty();
     int32 FullListCountItems() const { return fRows.CountFull(); }
     CLVListItem* FullListItemAt(int32 index) { return fRows.FullAt(index); }
     int32 FullListIndexOf(const CLVListItem* row) { return fRows.FullIndexOf(row); }

@@ -79,6 +79,16 @@ TEST_F(ClickListViewTest, OneShortClickChoosesWhereOneIsEnough) {
     }));
 }
 
+TEST_F(ClickListViewTest, AReleaseChoosesThePressedRowWhateverIsSelectedMeanwhile) {
+    SetMode(kSingleClick);
+    MouseDown(window.Get(), Row(1));
+    window.Settle();
+    window.Do([&] { list->FullListSelect(2); });
+    MouseUp(window.Get(), Row(1));
+    window.Settle();
+    EXPECT_EQ(TakeLog(), "row 1;");
+}
+
 TEST_F(ClickListViewTest, AReleaseChoosesNothingOfANewList) {
     SetMode(kSingleClick);
     MouseDown(window.Get(), Row(1));
