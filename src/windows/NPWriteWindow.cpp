@@ -6,7 +6,7 @@
 #include "post/PostWorker.h"
 #include "text/Utf8Cut.h"
 #include "widgets/Alerts.h"
-#include "windows/WriteWindowList.h"
+#include "windows/WriteWindowSlots.h"
 #include "workers/WorkerThread.h"
 
 #include <Alert.h>
@@ -77,11 +77,7 @@ BMenu* MakeHistoryMenu(const PostHistory& history, uint32 what) {
 } // namespace
 
 void NPWriteWindow::Open(const WriteWindowSetup& setup) {
-    if (WriteWindowList::Activate(setup.target))
-        return;
-    NPWriteWindow* window = new NPWriteWindow(setup);
-    WriteWindowList::Add(setup.target, BMessenger(window));
-    window->Show();
+    WriteWindowSlotOf(setup.target).Open([&] { return new NPWriteWindow(setup); });
 }
 
 NPWriteWindow::NPWriteWindow(const WriteWindowSetup& setup)
@@ -317,5 +313,6 @@ bool NPWriteWindow::QuitRequested() {
     fWorker.reset();
     if (NPApp* application = dynamic_cast<NPApp*>(be_app))
         application->SetWriteWindowRect(Frame());
+    WriteWindowSlotOf(fTarget).Leave(this);
     return true;
 }
