@@ -186,7 +186,7 @@ TEST_F(Posting, OneWindowAThread) {
     OpenWriter();
     Writer writer;
     OpenWriter();
-    fBrowser->WaitForStatus("");
+    EXPECT_TRUE(WaitUntilIdle(fBrowser->Window()));
     writer.Settle();
     int windows = 0;
     for (int32 i = 0; i < be_app->CountWindows(); i++)
