@@ -14,8 +14,11 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size) {
     CgiPage page;
     for (size_t start = 0; start < text.size();) {
         const size_t end = std::min(text.find('\n', start), text.size() - 1) + 1;
-        if (page.TakeLine(text.substr(start, end - start)))
-            Claim(page.TakeDatLine().size() <= 8191, "the cache reads the line back");
+        if (page.TakeLine(text.substr(start, end - start))) {
+            const std::string line = page.TakeDatLine();
+            Claim(line.size() <= 8191, "the cache reads the line back");
+            Claim(line.find('\n') == line.size() - 1, "a post is one line of the cache");
+        }
         start = end;
     }
     return 0;

@@ -142,6 +142,17 @@ void Shorten(std::string* line, size_t excess) {
     line->erase(begin, end - begin);
 }
 
+// Without its marks it is empty: it never brings a line feed into the first dat line.
+std::string TitleIn(std::string_view line) {
+    const size_t mark = line.find('>');
+    const size_t end = mark == kMissing ? kMissing : line.find('<', mark);
+    if (end == kMissing)
+        return "";
+    const std::string_view title = Part(line, mark + 1, end);
+    return std::string(
+        title.substr(0, CharacterStart(title, std::min(title.size(), kLongestTitle))));
+}
+
 } // namespace
 
 int32 TagToDat(BString* block) {
@@ -156,14 +167,10 @@ bool CgiPage::TakeLine(const std::string& line) {
         if (BeginsWith(line, "<dl>"))
             fState = State::kTitle;
         return false;
-    case State::kTitle: {
-        const size_t begin = std::min(line.find('>'), line.size() - 1) + 1;
-        const size_t end = std::min(line.find('<', begin), line.size());
-        fTitle = line.substr(begin, end - begin);
-        fTitle.resize(CharacterStart(fTitle, std::min(fTitle.size(), kLongestTitle)));
+    case State::kTitle:
+        fTitle = TitleIn(line);
         fState = State::kPosts;
         return false;
-    }
     case State::kPosts: return _TakePart(line);
     case State::kContinued:
         fBlock += line;
@@ -174,7 +181,8 @@ bool CgiPage::TakeLine(const std::string& line) {
     return false;
 }
 
-// A post without a line break goes on in the next line.
+// A post without a line break goes on in the next line. A lead byte at a line's end takes the line
+// feed with it.
 bool CgiPage::_TakePart(const std::string& line) {
     fBlock = line;
     if (BeginsWith(line, "<table")) {
@@ -183,7 +191,8 @@ bool CgiPage::_TakePart(const std::string& line) {
     }
     if (line.find("<br>") != line.npos)
         return true;
-    fBlock.resize(fBlock.size() - std::min<size_t>(1, fBlock.size()));
+    if (fBlock.ends_with('\n'))
+        fBlock.pop_back();
     fState = State::kContinued;
     return false;
 }

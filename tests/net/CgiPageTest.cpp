@@ -76,6 +76,30 @@ TEST(CgiPage, FindsTheTitleAndThePostsOfTheList) {
     EXPECT_TRUE(LinesOf("<dl>\n<table>\n<table>\n").empty());
 }
 
+// What comes behind it in the cache is counted by lines.
+TEST(CgiPage, APostIsOneLineWhateverIsMissing) {
+    const std::string post = "<dt>1 <b> a </b> 投稿日： d<br><dd>one <br><br>\n";
+    const struct {
+        const char* titleLine;
+        const char* title;
+    } cases[] = {
+        {"<font>題名\n", ""},    {"題名</font>\n", ""}, {"題名\n", ""}, {"\n", ""}, {"", ""},
+        {"<font>題名<", "題名"},
+    };
+    for (const auto& test : cases) {
+        CgiPage page;
+        for (const std::string& line : {std::string("<dl>\n"), std::string(test.titleLine)})
+            EXPECT_FALSE(page.TakeLine(line));
+        EXPECT_TRUE(page.TakeLine(post));
+        EXPECT_EQ(page.TakeDatLine(), std::string("a<><>d<> one <>") + test.title + "\n");
+    }
+    CgiPage page;
+    for (const char* line : {"<dl>\n", "<b>t</b>\n", "<dt>1 <b> a </b> 投稿日： あ"})
+        EXPECT_FALSE(page.TakeLine(line));
+    EXPECT_TRUE(page.TakeLine("<br><dd>one <br><br>\n"));
+    EXPECT_EQ(page.TakeDatLine(), "a<><>あ<> one <>t\n");
+}
+
 TEST(CgiPage, ALineTooLongForTheCacheIsCutInItsMessage) {
     std::string text;
     while (text.size() < 9000)
