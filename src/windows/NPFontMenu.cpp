@@ -52,14 +52,16 @@ void NPFontMenu::_AddFamily(font_family family) {
 
 void NPFontMenu::Choose(const char* family, const char* style) {
     BMenuItem* item = ItemIn(this, family);
-    BMenuItem* chosen = item != nullptr ? ItemIn(item->Submenu(), style) : nullptr;
+    if (item == nullptr)
+        return;
+    item->SetMarked(true);
+    BMenuItem* chosen = ItemIn(item->Submenu(), style);
     if (chosen == nullptr)
         return;
     if (fChosen != nullptr)
         fChosen->SetMarked(false);
     fChosen = chosen;
     fChosen->SetMarked(true);
-    item->SetMarked(true);
 }
 
 bool NPFontMenu::GetChosen(BString* family, BString* style) const {

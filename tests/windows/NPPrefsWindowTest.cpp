@@ -268,6 +268,19 @@ TEST_F(Prefs, WhatIsNoChoiceStaysUntilAnotherIsChosen) {
     EXPECT_EQ(Bindings(), 7);
 }
 
+TEST_F(Prefs, AFamilyIsMarkedWithoutItsStyle) {
+    fSettings.Replace("font_style", "消えた");
+    Open();
+    EXPECT_EQ(With("font",
+                   [](BView* view) {
+                       BMenuItem* marked = static_cast<BMenuField*>(view)->Menu()->FindMarked();
+                       return std::string(marked != nullptr ? marked->Label() : "");
+                   }),
+              Setting("font_family"));
+    Accept();
+    EXPECT_EQ(fWatch.WaitForFont(), " 12");
+}
+
 TEST_F(Prefs, OpenOnce) {
     Open();
     NPPrefsWindow* const first = fWindow;
