@@ -11,8 +11,8 @@ constexpr uint32 kMsgFontChosen = 'mPFC';
 // first style. What is chosen posts kMsgFontChosen to the target; only Choose then marks it.
 class NPFontMenu : public BPopUpMenu {
 public:
-    // Marks the font when it is installed, or its family alone without that style; the family is the
-    // menu's name all the same.
+    // Marks the font when it is installed, or its family alone without that style; the family is
+    // the menu's name all the same.
     NPFontMenu(const char* family, const char* style);
 
     void Choose(const char* family, const char* style);
