@@ -11,6 +11,7 @@
 #include "windows/NPUpdateWindow.h"
 
 #include <AppDefs.h>
+#include <Application.h>
 #include <Font.h>
 
 #include <cstdio>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "app/WindowList.h"
 #include "server/Testing.h"
 
-#include <Application.h>
 #include <Messenger.h>
 #include <Window.h>
 
@@ -10,17 +10,15 @@
 // their own.
 template <class Kind, typename Call>
 bool WithOpen(Call call) {
-    for (int32 i = 0; i < be_app->CountWindows(); i++) {
+    // All at once: while others come and go, one that stays is not passed over.
+    for (const WindowList::Listed& listed : WindowList::AllListed()) {
         // Looked at only while it is locked: it may be going.
-        const BMessenger messenger(nullptr, be_app->WindowAt(i));
-        BLooper* looper = nullptr;
-        if (!messenger.LockTarget())
+        if (!listed.messenger.LockTarget())
             continue;
-        messenger.Target(&looper);
-        Kind* window = dynamic_cast<Kind*>(looper);
+        Kind* window = dynamic_cast<Kind*>(listed.window);
         if (window != nullptr)
             call(window);
-        looper->Unlock();
+        listed.window->Unlock();
         if (window != nullptr)
             return true;
     }

@@ -7,6 +7,7 @@
 #include "support/ScratchFolder.h"
 #include "windows/NPFontMenu.h"
 
+#include <Application.h>
 #include <Autolock.h>
 #include <Locker.h>
 #include <MenuField.h>
