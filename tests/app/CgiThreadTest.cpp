@@ -148,6 +148,10 @@ TEST(CgiDownload, PagesOfNonsenseEndAndLoseNothing) {
         kHead,
         kHead + std::string(9000, 'x') + "<br>\n",
         kHead + "\xFF\x81\n\xE0\n<br>\n\x81<br>\n<table",
+        // Characters that are cut at both ends of each field.
+        kHead + PostBlock(1) +
+            "<dt>2<a href=\"mailto\x96\xBC\x91O\x96\xBC><b>\x96\xBC\x91O\x96\xBC</b></a> "
+            "\x93\x8A\x8D\x65\x93\xFA\x93\xFA\x93\xFA<br><dd>\x96\xBC\x91O\x96\xBC<br><br>\n",
     };
     ScratchFolder folder;
     const std::string cached = "n<><>d<> m1 <>title\n";
