@@ -7,12 +7,15 @@
 #include "views/NPArticleView.h"
 #include "views/NPBoardListView.h"
 #include "views/NPTextView.h"
+#include "windows/NPAboutWindow.h"
 #include "windows/NPPrefsWindow.h"
+#include "windows/NPSearchWindow.h"
 #include "windows/NPUpdateWindow.h"
 
 #include <AppDefs.h>
 #include <Application.h>
 #include <Font.h>
+#include <StringView.h>
 
 #include <cstdio>
 #include <string>
@@ -95,6 +98,27 @@ int32 UpdateBoardMenu(void*) {
         PrintCategories(window);
     }
     WaitForClosed<NPUpdateWindow>();
+    be_app_messenger.SendMessage(B_QUIT_REQUESTED);
+    return 0;
+}
+
+// With every kind of auxiliary window open.
+int32 QuitInTheUpdate(void*) {
+    const BMessenger browser(WaitForBrowser());
+    browser.SendMessage(kMsgOpenPrefs);
+    browser.SendMessage(kMsgOpenSearch);
+    be_app_messenger.SendMessage(B_ABOUT_REQUESTED);
+    be_app_messenger.SendMessage(kMsgUpdateBoardMenu);
+    WaitForOpen<NPPrefsWindow>();
+    WaitForOpen<NPSearchWindow>();
+    WaitForOpen<NPAboutWindow>();
+    WaitUntil([] {
+        std::string shown;
+        WithOpen<NPUpdateWindow>([&](NPUpdateWindow* window) {
+            shown = static_cast<BStringView*>(window->FindView("status"))->Text();
+        });
+        return shown == "受信中…";
+    });
     be_app_messenger.SendMessage(B_QUIT_REQUESTED);
     return 0;
 }

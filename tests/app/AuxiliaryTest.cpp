@@ -1,4 +1,5 @@
 #include "support/ChildProgram.h"
+#include "support/RawServer.h"
 #include "support/ScratchFolder.h"
 
 #include "server/DemoServer.h"
@@ -24,13 +25,13 @@ std::vector<std::string> LinesOf(const std::string& text) {
 }
 
 // This program in a folder of its own, where it may change its board menu; the server is the proxy.
-std::string CopyProgram(const ScratchFolder& folder, const DemoServer& server) {
+std::string CopyProgram(const ScratchFolder& folder, const std::string& port) {
     const std::string copy = folder / "program";
     fs::copy_file(fs::read_symlink("/proc/self/exe"), copy);
     SettingsFile settings("Itamori", "2ch");
     settings.AddBool("proxy", true);
     settings.AddString("proxy_host", "127.0.0.1");
-    settings.AddString("proxy_port", server.PortText().c_str());
+    settings.AddString("proxy_port", port.c_str());
     EXPECT_EQ(settings.Save(), B_OK);
     return copy;
 }
@@ -46,7 +47,7 @@ TEST(Auxiliary, EveryWindowShowsTheUpdatedMenuWithItsCategoriesAsOpenAsBefore) {
     folder.Write("bbs/newbbsmenu.html", old);
     server.AddBoard("more", 1);
     ASSERT_TRUE(server.Start());
-    ChildProgram program("update", folder.Path(), "C", CopyProgram(folder, server));
+    ChildProgram program("update", folder.Path(), "C", CopyProgram(folder, server.PortText()));
     EXPECT_EQ(program.Wait(), 0) << program.Errors();
     const std::vector<std::string> windows = LinesOf(program.Output());
     ASSERT_EQ(windows.size(), 2u) << program.Output();
@@ -56,6 +57,17 @@ TEST(Auxiliary, EveryWindowShowsTheUpdatedMenuWithItsCategoriesAsOpenAsBefore) {
         EXPECT_TRUE(window.ends_with("たくさん ")) << window;
     EXPECT_EQ(folder.Read("bbs/newbbsmenu.html"), server.Menu());
     EXPECT_EQ(server.CountRequests("/newbbsmenu.html"), 1u);
+}
+
+TEST(Auxiliary, TheProgramEndsInTheMiddleOfAnUpdate) {
+    const ScratchFolder folder;
+    folder.Write("bbs/newbbsmenu.html", "old");
+    RawServer server({RawServer::Stall("HTTP/1.1 200 OK\r\n\r\nhalf of")});
+    ChildProgram program("quit in the update", folder.Path(), "C",
+                         CopyProgram(folder, server.PortText()));
+    EXPECT_EQ(program.Wait(), 0) << program.Errors();
+    EXPECT_EQ(server.CountConnections(), 1u);
+    EXPECT_EQ(folder.Read("bbs/newbbsmenu.html"), "old");
 }
 
 TEST(Auxiliary, AChosenFontIsEveryWindowsAtOnceAndKept) {

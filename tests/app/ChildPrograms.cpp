@@ -156,6 +156,7 @@ const std::map<std::string, int32 (*)(void*)> kDrivers = {
     {"alert, report", ReadTheAlertAndQuit},
     {"every order", OpenAndCloseInEveryOrder},
     {"update", UpdateBoardMenu},
+    {"quit in the update", QuitInTheUpdate},
     {"choose font", ChooseFont},
     {"print font", PrintFont},
 };
