@@ -38,12 +38,15 @@ void AddRect(BMessage* settings, const char* key, BRect value) {
         settings->AddRect(key, value);
 }
 
+// Asking a font for its names loads it: only what is missing is asked for.
 void AddFont(BMessage* settings) {
-    font_family family;
-    font_style style;
-    be_plain_font->GetFamilyAndStyle(&family, &style);
-    AddString(settings, "font_family", family);
-    AddString(settings, "font_style", style);
+    if (!Has(*settings, "font_family") || !Has(*settings, "font_style")) {
+        font_family family;
+        font_style style;
+        be_plain_font->GetFamilyAndStyle(&family, &style);
+        AddString(settings, "font_family", family);
+        AddString(settings, "font_style", style);
+    }
     AddFloat(settings, "font_size", be_plain_font->Size());
 }
 
