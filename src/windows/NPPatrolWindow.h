@@ -1,14 +1,13 @@
 #pragma once
 
-#include <Messenger.h>
-#include <Window.h>
+#include "windows/StopWindow.h"
 
-class BStringView;
+#include <Messenger.h>
 
 // The small window of a patrol: shows which thread is being visited, counts the visits, asks the
 // browser window for the next one, and ends the patrol as it closes. The browser window does the
 // visiting; the two only send each other messages. Deletes itself.
-class NPPatrolWindow : public BWindow {
+class NPPatrolWindow : public StopWindow {
 public:
     // Opens over the middle of the browser's frame, in screen coordinates.
     NPPatrolWindow(const BMessenger& browser, BRect browserFrame);
@@ -17,7 +16,6 @@ public:
     bool QuitRequested() override;
 
 private:
-    void _AddViews();
     void _AskForNext();
     void _ShowVisit(const BMessage* message);
 
@@ -25,6 +23,5 @@ private:
     const BMessenger fBrowser;
 
     // Window thread only
-    BStringView* fStatus = nullptr;
     int32 fVisits = 0;
 };

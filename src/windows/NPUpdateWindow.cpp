@@ -8,49 +8,18 @@
 #include "workers/WorkerThread.h"
 
 #include <AppDefs.h>
-#include <Button.h>
-#include <InterfaceDefs.h>
 #include <Message.h>
-#include <StringView.h>
-#include <View.h>
+#include <String.h>
 
 #include <ctime>
 
 namespace {
-
 constexpr float kWidth = 300;
-constexpr float kHeight = 36;
-constexpr float kInset = 5;
-constexpr float kButtonWidth = 72;
-constexpr float kGap = 8;
-
 } // namespace
 
 NPUpdateWindow::NPUpdateWindow(const Setup& setup)
-    : BWindow(BRect(0, 0, kWidth - 1, kHeight - 1), "板(2ch)一覧の更新中…", B_TITLED_WINDOW,
-              B_NOT_RESIZABLE | B_NOT_CLOSABLE | B_NOT_ZOOMABLE | B_ASYNCHRONOUS_CONTROLS |
-                  B_CLOSE_ON_ESCAPE),
-      fSetup(setup) {
-    _AddViews();
+    : StopWindow("板(2ch)一覧の更新中…", kWidth, B_CLOSE_ON_ESCAPE), fSetup(setup) {
     CenterOnScreen();
-}
-
-void NPUpdateWindow::_AddViews() {
-    BView* base = new BView(Bounds(), "base", B_FOLLOW_ALL_SIDES, B_WILL_DRAW);
-    base->SetViewColor(ui_color(B_PANEL_BACKGROUND_COLOR));
-    BRect content = base->Bounds();
-    content.InsetBy(kInset, kInset);
-    BRect button = content;
-    button.left = button.right - kButtonWidth + 1;
-    BRect status = content;
-    status.left += kInset;
-    status.right = button.left - kGap;
-    fStatus = new BStringView(status, "status", "");
-    base->AddChild(fStatus);
-    BButton* stop = new BButton(button, "stop", "中止", new BMessage(B_QUIT_REQUESTED));
-    base->AddChild(stop);
-    AddChild(base);
-    stop->MakeFocus(true);
 }
 
 void NPUpdateWindow::MessageReceived(BMessage* message) {
@@ -58,7 +27,7 @@ void NPUpdateWindow::MessageReceived(BMessage* message) {
     case kMsgBeginUpdate: _Begin(); break;
     case kMsgUpdateStatus: _ShowStatus(message); break;
     case kMsgUpdateEnded: _PageReceived(message); break;
-    default: BWindow::MessageReceived(message);
+    default: StopWindow::MessageReceived(message);
     }
 }
 
@@ -83,7 +52,7 @@ int32 NPUpdateWindow::UpdateBBSTable(void* data) {
 void NPUpdateWindow::_ShowStatus(const BMessage* message) {
     BString text;
     if (message->FindString("text", &text) == B_OK)
-        fStatus->SetText(text.String());
+        ShowStatus(text.String());
 }
 
 void NPUpdateWindow::_PageReceived(const BMessage* message) {

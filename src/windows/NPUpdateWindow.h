@@ -1,19 +1,17 @@
 #pragma once
 
+#include "windows/StopWindow.h"
 #include "workers/Jobs.h"
 
 #include <Messenger.h>
-#include <Window.h>
 
 #include <string>
-
-class BStringView;
 
 // Downloads the board menu from the portal and stores it, on kMsgBeginUpdate: a status line and a
 // button that stops it. Closes by itself when the menu has been stored; stays with the reason on
 // show when it can't be had. Tells the application, as it closes, whether there is a new menu.
 // Deletes itself.
-class NPUpdateWindow : public BWindow {
+class NPUpdateWindow : public StopWindow {
 public:
     struct Setup {
         BMessenger application; // gets kMsgUpdateEnded
@@ -29,7 +27,6 @@ public:
     static int32 UpdateBBSTable(void* job);
 
 private:
-    void _AddViews();
     void _Begin();
     void _PageReceived(const BMessage* message);
     int32 WriteBBSTable(const std::string& page) const;
@@ -39,7 +36,6 @@ private:
     const Setup fSetup;
 
     // Window thread only
-    BStringView* fStatus = nullptr;
     std::shared_ptr<WorkerControl> fWorker; // null before the start and when its page has come
     bool fComplete = false;
 };

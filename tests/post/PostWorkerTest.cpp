@@ -85,6 +85,9 @@ protected:
 TEST_F(PostWorker, TheRequestIsThatOfEachFamily) {
     const std::string agent = "User-Agent: " + std::string(get_user_agent()) + "\r\n";
     const std::string longName(5000, 'n');
+    const std::string bbsCgiStart =
+        "POST http://h.jp/test/bbs.cgi HTTP/1.0\r\nHost: h.jp\r\nConnection: close\r\n"
+        "Referer: http://h.jp/news/index.html\r\n";
     const struct {
         PostTarget target;
         PostText text;
@@ -94,20 +97,17 @@ TEST_F(PostWorker, TheRequestIsThatOfEachFamily) {
     } cases[] = {
         {{kBbsCgi, "h.jp", "news", "12"},
          {"あ", "sage", "m"},
-         "POST http://h.jp/test/bbs.cgi HTTP/1.0\r\nHost: h.jp\r\nConnection: close\r\n"
-         "Referer: http://h.jp/news/index.html\r\n",
+         bbsCgiStart,
          "Cookie: NAME=%82%A0\r\nCookie: MAIL=sage\r\n",
          "FROM=%82%A0&mail=sage&MESSAGE=m&bbs=news&key=12"},
         {{kBbsCgi, "h.jp", "news", "12"},
          {"", "", "m"},
-         "POST http://h.jp/test/bbs.cgi HTTP/1.0\r\nHost: h.jp\r\nConnection: close\r\n"
-         "Referer: http://h.jp/news/index.html\r\n",
+         bbsCgiStart,
          "Cookie: NAME=&MAIL=\r\n",
          "FROM=&mail=&MESSAGE=m&bbs=news&key=12"},
         {{kBbsCgi, "h.jp", "news", "12"},
          {longName, "s", "m"},
-         "POST http://h.jp/test/bbs.cgi HTTP/1.0\r\nHost: h.jp\r\nConnection: close\r\n"
-         "Referer: http://h.jp/news/index.html\r\n",
+         bbsCgiStart,
          "Cookie: MAIL=s\r\n",
          "FROM=" + longName + "&mail=s&MESSAGE=m&bbs=news&key=12"},
         {{kWriteCgi, "h.jp", "abc/xyz", "12"},
