@@ -133,8 +133,7 @@ class Scales : public testing::TestWithParam<const char*> {};
 // Neighbouring rectangles meet, a frame is closed, and scrolled pixels stay in step, whatever a
 // pixel is.
 TEST_P(Scales, DrawWithoutGaps) {
-    setenv("QT_SCALE_FACTOR", GetParam(), 1);
-    ChildProgram child("draws stripes");
+    ChildProgram child(std::string("draws stripes, scaled by ") + GetParam());
     EXPECT_EQ(0, child.Wait());
     EXPECT_EQ(std::string("scale ") + GetParam() + " gaps 0 wrong 0\n", child.Output());
 }
