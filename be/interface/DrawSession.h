@@ -3,6 +3,7 @@
 #include "interface/Painter.h"
 #include "interface/ViewPrivate.h"
 #include "interface/WindowPrivate.h"
+#include "server/Drawing.h"
 
 #include <optional>
 
@@ -20,7 +21,7 @@ public:
     Painter* operator->() const { return fPainter; }
 
 private:
-    BView::Private& fView;
     Painter* fPainter = nullptr;
+    std::optional<server::Drawing> fDrawing; // outlives the painter
     std::optional<Painter> fOwn;
 };

@@ -1,6 +1,5 @@
 // Invalid parts and the session that draws.
 #include "interface/DrawSession.h"
-#include "server/WindowLink.h"
 
 void BView::Invalidate() {
     fPrivate->InvalidateInWindow(fPrivate->VisibleFrame());
@@ -36,7 +35,7 @@ void BView::Sync() const {
         Window()->Sync();
 }
 
-DrawSession::DrawSession(BView::Private& view) : fView(view) {
+DrawSession::DrawSession(BView::Private& view) {
     if (view.window == nullptr)
         return;
     BWindow::Private& window = BWindow::Private::Of(view.window);
@@ -48,17 +47,13 @@ DrawSession::DrawSession(BView::Private& view) : fView(view) {
     if (!window.CanUpdate() || !view.IsVisible())
         return;
     window.PrepareSurface();
-    fOwn.emplace(window.link->Pixels().BeginDrawing(), window.surfaceScale);
+    fDrawing.emplace(window.link);
+    fOwn.emplace(fDrawing->Image(), window.surfaceScale);
     fOwn->SetView(view.WindowOrigin(), view.VisibleRegion());
     fPainter = &*fOwn;
 }
 
 DrawSession::~DrawSession() {
-    if (!fOwn)
-        return;
-    const QRegion changed = fOwn->Changed();
-    fOwn.reset();
-    BWindow::Private& window = BWindow::Private::Of(fView.window);
-    if (window.link->Pixels().EndDrawing(changed))
-        window.link->Blit();
+    if (fOwn)
+        fDrawing->Include(fOwn->Changed());
 }

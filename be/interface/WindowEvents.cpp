@@ -8,6 +8,7 @@
 #include <Button.h>
 
 #include <algorithm>
+#include <bit>
 #include <cctype>
 #include <cstring>
 
@@ -100,6 +101,8 @@ void BWindow::Private::MousePressed(BMessage* message, BHandler* handler) {
     const PointerFields fields = PointerOf(message);
     pointer = fields.where;
     buttons = static_cast<uint32>(fields.buttons);
+    if (std::has_single_bit(buttons))
+        _ForgetPress();
     BView* target = dynamic_cast<BView*>(handler);
     if (target == nullptr)
         target = mouseDownView != nullptr ? mouseDownView : ViewAt(pointer);
@@ -114,6 +117,15 @@ void BWindow::Private::MousePressed(BMessage* message, BHandler* handler) {
     }
     _TellWatchers(B_POINTER_EVENTS, target,
                   [this](BView* view) { view->MouseDown(view->ConvertFromWindow(pointer)); });
+}
+
+// A release may go elsewhere: to a menu that opened meanwhile. The next press or move of a pointer
+// without its button then ends what began here.
+void BWindow::Private::_ForgetPress() {
+    if (mouseDownView == nullptr)
+        return;
+    BView::Private::Of(mouseDownView).mouseEventMask = 0;
+    mouseDownView = nullptr;
 }
 
 // Views that asked for events that are not theirs. What one is told may take another away.
@@ -143,10 +155,8 @@ void BWindow::Private::MouseReleased(BMessage* message, BHandler* handler) {
     BView* target = dynamic_cast<BView*>(handler);
     if (target == nullptr)
         target = mouseDownView != nullptr ? mouseDownView : ViewAt(pointer);
-    if (buttons == 0 && mouseDownView != nullptr) {
-        BView::Private::Of(mouseDownView).mouseEventMask = 0;
-        mouseDownView = nullptr;
-    }
+    if (buttons == 0)
+        _ForgetPress();
     if (target != nullptr) {
         pointerFresh = true;
         const BPoint where = target->ConvertFromWindow(pointer);
@@ -177,6 +187,8 @@ void BWindow::Private::MouseMoved(BMessage* message) {
     const PointerFields fields = PointerOf(message);
     pointer = fields.where;
     buttons = static_cast<uint32>(fields.buttons);
+    if (buttons == 0)
+        _ForgetPress();
     BView* under = ViewAt(pointer);
     BView* before = lastMouseView;
     _MoveTold(message, under, before);

@@ -163,6 +163,7 @@ public:
 
 private:
     void _DrawView(BView* view, BRect clip);
+    void _ForgetPress();
     void _TellWatchers(uint32 mask, const BView* except, const std::function<void(BView*)>& tell);
     void _KeyTold(BMessage* message, BView* target, int32 count);
     void _MoveTold(BMessage* message, BView* under, BView* before);

@@ -2,7 +2,7 @@
 #include "app/LooperPrivate.h"
 #include "interface/Painter.h"
 #include "interface/WindowPrivate.h"
-#include "server/WindowLink.h"
+#include "server/Drawing.h"
 
 #include <algorithm>
 #include <cmath>
@@ -76,9 +76,7 @@ void BWindow::Private::PrepareSurface() {
     const int32 height = static_cast<int32>(std::ceil((frame.Height() + 1) * scale));
     if (width == surfaceWidth && height == surfaceHeight && scale == surfaceScale)
         return;
-    link->Pixels().BeginDrawing();
-    link->Pixels().Resize(width, height, scale, Rgb(top->ViewColor()));
-    link->Pixels().EndDrawing(QRegion());
+    server::Drawing(link).Resize(width, height, scale, Rgb(top->ViewColor()));
     if (scale != surfaceScale) {
         moves.clear();
         dirty.Set(frame.OffsetToCopy(0, 0));
@@ -92,10 +90,9 @@ void BWindow::Private::Update() {
     if (!CanUpdate() || !NeedsUpdate() || painter != nullptr)
         return;
     PrepareSurface();
-    const std::shared_ptr<server::WindowLink> output = link;
-    QRegion changed;
     {
-        Painter own(output->Pixels().BeginDrawing(), surfaceScale);
+        server::Drawing drawing(link);
+        Painter own(drawing.Image(), surfaceScale);
         for (const Move& move : std::exchange(moves, {}))
             own.Move(move.area, move.dx, move.dy);
         updateRegion = std::exchange(dirty, BRegion());
@@ -103,10 +100,8 @@ void BWindow::Private::Update() {
         painted = nullptr;
         _DrawView(top.get(), frame.OffsetToCopy(0, 0));
         painter = nullptr;
-        changed = own.Changed();
+        drawing.Include(own.Changed());
     }
-    if (output->Pixels().EndDrawing(changed))
-        output->Blit();
     lastUpdate = system_time();
 }
 

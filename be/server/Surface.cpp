@@ -4,13 +4,13 @@
 
 namespace server {
 
-QImage& Surface::BeginDrawing() {
+QImage& Surface::_BeginDrawing() {
     std::lock_guard lock(fLock);
     fDrawing++;
     return fImage;
 }
 
-bool Surface::EndDrawing(const QRegion& changed) {
+bool Surface::_EndDrawing(const QRegion& changed) {
     std::lock_guard lock(fLock);
     fDrawing--;
     fChanged += changed;
@@ -20,7 +20,7 @@ bool Surface::EndDrawing(const QRegion& changed) {
     return true;
 }
 
-void Surface::Resize(int32 width, int32 height, float scale, QRgb background) {
+void Surface::_Resize(int32 width, int32 height, float scale, QRgb background) {
     QImage fresh(qMax(1, width), qMax(1, height), QImage::Format_RGB32);
     fresh.fill(background);
     if (!fImage.isNull()) {

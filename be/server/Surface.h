@@ -9,18 +9,11 @@
 
 namespace server {
 
-// A window's pixels, in device pixels. The window's thread draws, the server shows. While the
-// window draws, the server leaves the pixels alone and is told afterwards: it never waits for a
-// drawing, and nobody ever sees half of one.
+// A window's pixels, in device pixels. The window's thread draws (through a Drawing), the server
+// shows. While the window draws, the server leaves the pixels alone and is told afterwards: it
+// never waits for a drawing, and nobody ever sees half of one.
 class Surface {
 public:
-    // The window's side. Calls nest. The image stays valid until EndDrawing.
-    QImage& BeginDrawing();
-    // What was drawn, in device pixels; true if the server must be told.
-    bool EndDrawing(const QRegion& changed);
-    // Keeps what fits and fills the rest; between Begin and End only.
-    void Resize(int32 width, int32 height, float scale, QRgb background);
-
     // The server's side: calls show with the image and what has changed since the last time, or not
     // at all while the window draws (then the window tells again).
     template <typename Show>
@@ -36,6 +29,14 @@ public:
     QImage Copy();
 
 private:
+    friend class Drawing;
+
+    // The image stays valid until _EndDrawing, which is true if the server must be told.
+    QImage& _BeginDrawing();
+    bool _EndDrawing(const QRegion& changed);
+    // Keeps what fits and fills the rest; between Begin and End only.
+    void _Resize(int32 width, int32 height, float scale, QRgb background);
+
     std::mutex fLock; // last in every order
     QImage fImage;    // the drawing thread's between Begin and End, else guarded by fLock
     // Guarded by fLock

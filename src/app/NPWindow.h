@@ -99,6 +99,7 @@ private:
     std::unique_ptr<ThreadJob> _MakeThreadJob(BMessage* message);
     void _StartThread(std::unique_ptr<ThreadJob> job, Entry entry, const char* name);
     bool _FillProxy(ProxySetting* proxy) const;
+    bool _ListsFor(port_id request) const;
     void _StopWorker(std::shared_ptr<WorkerControl>* worker);
     bool _EndWorker(std::shared_ptr<WorkerControl>* worker, const BMessage* completion);
     void BookmarkSelected();

@@ -58,11 +58,18 @@ int32 NPWindow::getArticleCache(void* data) {
     return ArticleReplay(TakeOverJob<ThreadJob>(data, "getArticleCache")).Run();
 }
 
+// A replaced worker may still be under way to its next look at its port: neither its rows nor the
+// beginning of its list may touch the new one.
+bool NPWindow::_ListsFor(port_id request) const {
+    return fSubjectWorker != nullptr && fSubjectWorker->Port() == request;
+}
+
 void NPWindow::addThreadItem(WindowLink* link, port_id request, int32 number, const char* title,
                              const char* count, const char* dat) {
     const BAutolock lock(link->ThreadListLock());
     link->Call([&](NPWindow* window) {
-        window->fThreadView->addThreadItem(request, number, title, count, dat);
+        if (window->_ListsFor(request))
+            window->fThreadView->addThreadItem(request, number, title, count, dat);
     });
 }
 
@@ -71,8 +78,9 @@ void NPWindow::addBookmarkItem(WindowLink* link, port_id request, int32 number, 
                                const char* count, time_t modified) {
     const BAutolock lock(link->ThreadListLock());
     link->Call([&](NPWindow* window) {
-        window->fThreadView->addBookmarkItem(request, number, title, count, dat, server, board,
-                                             modified);
+        if (window->_ListsFor(request))
+            window->fThreadView->addBookmarkItem(request, number, title, count, dat, server, board,
+                                                 modified);
     });
 }
 

@@ -188,7 +188,8 @@ void NPArticleView::_AddPost(int32 number, const _ArticleOut& article) {
 
 void NPArticleView::_EndThread(int32 count) {
     _ShowTitle((fTitle + " (" + std::to_string(count) + ")").c_str());
-    ReadBarPosition();
+    if (!fTextView->HasMoved())
+        ReadBarPosition();
     fHasEnded = true;
 }
 
@@ -256,9 +257,10 @@ void NPArticleView::ReadBarPosition() {
         fScrollView->ScrollBar(B_VERTICAL)->SetValue(static_cast<float>(position));
 }
 
-// A thread that is still arriving has not been scrolled to where it was left: that stays as it is.
+// A thread that is still arriving has not been scrolled to where it was left: that stays as it is,
+// unless its reader has gone on already.
 void NPArticleView::WriteBarPosition() {
-    if (!fHasEnded)
+    if (!fHasEnded && !fTextView->HasMoved())
         return;
     const NPUrl url(fUrl.c_str());
     NPCache cache;

@@ -83,6 +83,7 @@ bool NPBoardView::MatchNonBBS(const char* name) {
 }
 
 void NPBoardView::SetScrollBarPosition(float position) {
+    fList->FinishAdding();
     fList->ScrollBar(B_VERTICAL)->SetValue(position);
 }
 

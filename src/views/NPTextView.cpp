@@ -2,6 +2,10 @@
 
 #include "app/NPWindow.h"
 
+#include <ScrollBar.h>
+
+#include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <string_view>
@@ -111,15 +115,42 @@ void NPTextView::SetArticleFont(const char* family, const char* style, float siz
     fFont.SetFamilyAndStyle(family, style);
     if (size > 0)
         fFont.SetSize(size);
-    SetFontAndColor(0, TextLength(), &fFont, B_FONT_ALL);
+    _LayOutAnew([this] { SetFontAndColor(0, TextLength(), &fFont, B_FONT_ALL); });
 }
 
 void NPTextView::FrameResized(float width, float height) {
     _ClosePopUps();
     BRect rect = TextRect();
     rect.right = rect.left + width - 2 * rect.left;
-    SetTextRect(rect);
-    LinkTextView::FrameResized(width, height);
+    _LayOutAnew([&] {
+        SetTextRect(rect);
+        LinkTextView::FrameResized(width, height);
+    });
+}
+
+NPTextView::Place NPTextView::_TopPlace() const {
+    const BPoint top = Bounds().LeftTop();
+    const int32 offset = OffsetAt(top);
+    return {offset, PointAt(offset).y - top.y};
+}
+
+void NPTextView::_ReturnTo(const Place& place) {
+    float height = 0;
+    const float top = PointAt(place.offset, &height).y;
+    if (BScrollBar* bar = ScrollBar(B_VERTICAL))
+        bar->SetValue(std::floor(top - std::max(place.above, 1 - height)));
+}
+
+// The line that stood on top stays there. It is kept until the reader scrolls: a hundred widths on
+// the way to another one must not each lose a little.
+template <typename Layout>
+void NPTextView::_LayOutAnew(Layout layout) {
+    if (!fPlace)
+        fPlace = _TopPlace();
+    fLaysOut = true;
+    layout();
+    _ReturnTo(*fPlace);
+    fLaysOut = false;
 }
 
 void NPTextView::_Append(const Piece& piece) {
@@ -222,6 +253,8 @@ void NPTextView::clearText() {
     Delete(0, TextLength());
     clearList();
     fArticleCount = 0;
+    fPlace.reset();
+    fHasMoved = false;
 }
 
 int32 NPTextView::ArticleAt(int32 number) const {

@@ -5,6 +5,7 @@
 
 #include <String.h>
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -51,6 +52,8 @@ public:
     // The number of the post that holds an offset, with its range; −1 (and 0, 0) without one.
     int32 GetArticleOffset(int32 offset, int32* start, int32* end) const;
     int32 CountArticles() const { return fArticleCount; }
+    // Whether the reader has scrolled since the text was cleared.
+    bool HasMoved() const { return fHasMoved; }
 
     // The start of the first URL of a text, or −1. Only the first "://" is looked at: servers' own
     // pages decide likewise what is a link.
@@ -74,7 +77,17 @@ private:
     };
     class Piece;
 
+    // A line of the text and how far above its top the view begins, in pixels.
+    struct Place {
+        int32 offset;
+        float above;
+    };
+
     void clearList();
+    Place _TopPlace() const;
+    void _ReturnTo(const Place& place);
+    template <typename Layout>
+    void _LayOutAnew(Layout layout);
     void _Append(const Piece& piece);
     void _AppendPlain(const char* text, int32 length);
     void _AppendLabelled(const char* label, const char* text, rgb_color color);
@@ -97,6 +110,9 @@ private:
     bool _HandleKey(char byte);
 
     int32 fArticleCount = 0;
+    std::optional<Place> fPlace; // where the reader is while layouts change
+    bool fLaysOut = false;
+    bool fHasMoved = false;
     std::vector<ArticleStart> fArticles;
     PopUpStack fPopUps;
     BFont fFont; // the text's, as it stands at offset 0

@@ -159,5 +159,9 @@ void NPTextView::WindowActivated(bool active) {
 void NPTextView::ScrollTo(BPoint where) {
     if (where != Bounds().LeftTop())
         _ClosePopUps();
+    if (!fLaysOut && where != Bounds().LeftTop()) {
+        fPlace.reset();
+        fHasMoved = true;
+    }
     LinkTextView::ScrollTo(where);
 }

@@ -131,7 +131,7 @@ void NPThreadListView::_DeleteCached(const BMessage* message) {
         return;
     }
     item->SetNotFetched(fNotFetchedIcon.get());
-    InvalidateItem(item);
+    RowChanged(item);
 }
 
 void NPThreadListView::_AddBookmark(const BMessage* message) {
@@ -147,7 +147,7 @@ void NPThreadListView::_AddBookmark(const BMessage* message) {
     if (item == nullptr || NPBookmark::Make(url.String(), dat.String(), title.String()) != B_OK)
         return;
     item->SetMark(fBookmarkIcon.get());
-    InvalidateItem(item);
+    RowChanged(item);
 }
 
 // The row stays, as its number does, but without its mark.
@@ -166,7 +166,7 @@ void NPThreadListView::_RemoveBookmark(const BMessage* message) {
         NPBookmark::RemovePlain(parsed.Host(), parsed.Board(), dat.String()) != B_OK)
         return;
     item->SetMark(nullptr);
-    InvalidateItem(item);
+    RowChanged(item);
 }
 
 BMenuItem* NPThreadListView::_Entry(const char* label, uint32 code, int32 index) {

@@ -214,7 +214,7 @@ void NPThreadView::ChangeState(const BMessage* message) {
         if (refresh.dat != item->Dat())
             continue;
         item->SetFetched(refresh.count, refresh.Time(), kRead, _StateIcon(kRead));
-        fList->InvalidateItem(item);
+        fList->RowChanged(item);
     }
 }
 
@@ -228,7 +228,7 @@ void NPThreadView::ChangeStateBookmark(const BMessage* message) {
         if (refresh.dat != item->Dat() || strstr(item->Url(), board.String()) == nullptr)
             continue;
         item->SetVisited(refresh.count, refresh.Time(), _StateIcon(kNewPosts));
-        fList->InvalidateItem(item);
+        fList->RowChanged(item);
     }
 }
 

@@ -129,6 +129,17 @@ void ColumnListView::SetExpanded(CLVListItem* row, bool expanded) {
     _UpdateScrollBars();
 }
 
+void ColumnListView::RowChanged(const CLVListItem* row) {
+    fRows.RowChanged();
+    InvalidateItem(row);
+}
+
+void ColumnListView::FinishAdding() {
+    fContentIsStale = false;
+    Invalidate();
+    _UpdateScrollBars();
+}
+
 void ColumnListView::InvalidateItem(const CLVListItem* row) {
     const int32 index = fRows.VisibleIndexOf(row);
     if (index >= 0)
@@ -191,13 +202,10 @@ void ColumnListView::InvokeRow(int32) {}
 void ColumnListView::OpenRowMenu(int32, BPoint) {}
 
 void ColumnListView::MessageReceived(BMessage* message) {
-    if (message->what != kMsgContentChanged) {
+    if (message->what == kMsgContentChanged)
+        FinishAdding();
+    else
         BView::MessageReceived(message);
-        return;
-    }
-    fContentIsStale = false;
-    Invalidate();
-    _UpdateScrollBars();
 }
 
 void ColumnListView::FrameResized(float width, float height) {

@@ -54,6 +54,12 @@ public:
     CLVListItem* Superitem(const CLVListItem* row) { return fRows.Superitem(row); }
     void SetExpanded(CLVListItem* row, bool expanded);
     void InvalidateItem(const CLVListItem* row);
+    // What a row shows has changed, and perhaps what it sorts by: it stays where it is until the
+    // list is sorted next.
+    void RowChanged(const CLVListItem* row);
+    // Rows that were added count for the scroll bars from now on, and not only when the window
+    // comes to it.
+    void FinishAdding();
 
     // Selection; −1 when nothing is selected or to select nothing.
     int32 FullListCurrentSelection();

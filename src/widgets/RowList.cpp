@@ -11,7 +11,7 @@ void RowList::Add(CLVListItem* row) {
 void RowList::MakeEmpty() {
     fRows.clear();
     fVisible.clear();
-    fSorted = 0;
+    Resort();
     fVisibleIsStale = false;
 }
 
@@ -88,6 +88,7 @@ void RowList::SetSortKey(int32 column, CLVSortMode mode) {
 
 void RowList::Resort() {
     fSorted = 0;
+    fOrderIsStale = false;
 }
 
 bool RowList::_IsLess(const CLVListItem* a, const CLVListItem* b) const {
@@ -105,6 +106,8 @@ bool RowList::_IsLess(const CLVListItem* a, const CLVListItem* b) const {
 void RowList::_Sort() {
     if (fSorted == fRows.size())
         return;
+    if (fOrderIsStale)
+        Resort();
     if (!fHierarchical && fSortColumn >= 0 && fSortMode != CLVSortMode::kNone) {
         const auto isLess = [this](const auto& a, const auto& b) {
             return _IsLess(a.get(), b.get());

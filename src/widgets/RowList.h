@@ -41,6 +41,9 @@ public:
     CLVSortMode SortMode() const { return fSortMode; }
     // What rows sort by has changed.
     void Resort();
+    // What one row sorts by may have changed: it stays where it is until rows come or the order is
+    // asked for anew.
+    void RowChanged() { fOrderIsStale = true; }
 
 private:
     void _Sort();
@@ -52,7 +55,8 @@ private:
     int32 fSortColumn = -1;
     CLVSortMode fSortMode = CLVSortMode::kNone;
     std::vector<std::unique_ptr<CLVListItem>> fRows;
-    size_t fSorted = 0;                 // so many rows from the start are in order
+    size_t fSorted = 0;                 // so many rows from the start have been sorted
+    bool fOrderIsStale = false;         // they may be in order no more
     std::vector<CLVListItem*> fVisible; // hierarchical lists only
     bool fVisibleIsStale = false;
 };

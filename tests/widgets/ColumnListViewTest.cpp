@@ -204,6 +204,19 @@ TEST_F(ColumnListViewTest, TheWheelScrollsToTheEndAndNoFurther) {
     window.Do([&] { EXPECT_EQ(list->Bounds().bottom + 1, 100 * list->RowHeight()); });
 }
 
+// A list that is filled anew returns to its place before anything else happens to its window.
+TEST_F(ColumnListViewTest, AListThatIsFilledAnewCanBeScrolledAtOnce) {
+    MakeFlat(100);
+    window.Do([&] {
+        list->MakeEmpty();
+        for (int i = 0; i < 100; i++)
+            list->AddItem(new CLVEasyItem(0, false, false));
+        list->FinishAdding();
+        list->ScrollBar(B_VERTICAL)->SetValue(500);
+        EXPECT_EQ(500, list->ScrollBar(B_VERTICAL)->Value());
+    });
+}
+
 TEST_F(ColumnListViewTest, ManyRowsAddedOneByOneCostAFewRedraws) {
     MakeFlat(0);
     int before = 0;

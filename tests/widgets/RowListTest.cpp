@@ -21,7 +21,7 @@ public:
     void DrawItemColumn(BView*, BRect, int32) override {}
     const char* ColumnText(int32) const override { return fName.c_str(); }
 
-    const int32 fKey;
+    int32 fKey;
 
 private:
     const std::string fName;
@@ -90,6 +90,22 @@ TEST(RowList, SortingIsStableAlsoForRowsThatComeLater) {
             ASSERT_LT(std::string(before->ColumnText(0)), after->ColumnText(0));
         }
     }
+}
+
+// A row keeps its place when what it sorts by changes; the next rows find all in order.
+TEST(RowList, RowsThatChangeWhileOthersComeEndInOrder) {
+    RowList rows(false);
+    rows.SetComparison(CompareKeys);
+    rows.SetSortKey(0, CLVSortMode::kAscending);
+    std::vector<Row*> all;
+    for (int32 key = 0; key < 5; key++)
+        rows.Add(all.emplace_back(new Row(0, false, false, key, std::to_string(key).c_str())));
+    EXPECT_EQ(NamesOf(rows), "01234");
+    all[0]->fKey = 7;
+    rows.RowChanged();
+    EXPECT_EQ(NamesOf(rows), "01234");
+    rows.Add(new Row(0, false, false, 3, "n"));
+    EXPECT_EQ(NamesOf(rows), "123n40");
 }
 
 class Outline : public testing::Test {

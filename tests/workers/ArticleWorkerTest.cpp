@@ -295,3 +295,28 @@ TEST_F(ArticleWorker, ReadingARowsThreadUpdatesTheRow) {
         [&] { return browser.Threads()->List()->ThreadAt(0)->State() == kRead; }));
     EXPECT_EQ(browser.Column(kColumnGotten), std::vector<std::string>{"3"});
 }
+
+// A reader who has gone on while posts arrive stays where he is, and finds that place again.
+TEST_F(ArticleWorker, AReaderWhoMovesWhilePostsArriveKeepsHisPlace) {
+    const std::string posts = Posts(1, 400);
+    const std::string head = "HTTP/1.1 200 OK\r\nContent-Length: " + std::to_string(posts.size()) +
+                             "\r\nLast-Modified: " + kDate + "\r\n\r\n";
+    RawServer server({RawServer::Stall(head + posts.substr(0, posts.size() - 40)),
+                      RawServer::Reply(Answer(Posts(1, 2)))});
+    Browser browser(server.Port());
+    browser.SelectThread("1.dat");
+    ASSERT_TRUE(
+        browser.WaitUntil([&] { return browser.Article()->TextView()->CountArticles() > 300; }));
+    browser.Locked(
+        [&] {
+            browser.Article()->TextView()->ScrollTo(BPoint(0, 777));
+            return true;
+        },
+        true);
+    browser.SelectThread("2.dat");
+    EXPECT_TRUE(browser.WaitForThread("title (2)"));
+    int32 position = 0;
+    NPCache("board.example", "news", "1.dat", NPCache::Open::kExisting)
+        .ReadAttr("bar_pos", B_INT32_TYPE, &position, sizeof(position));
+    EXPECT_EQ(777, position);
+}

@@ -5,6 +5,7 @@
 
 #include "cache/NPCache.h"
 #include "net/NPHttp.h"
+#include "workers/WindowLink.h"
 
 #include <gtest/gtest.h>
 
@@ -162,4 +163,19 @@ TEST(SubjectWorker, AWindowClosesWhileItsBoardLoads) {
     EXPECT_TRUE(browser.WaitForStatus("board.exampleから受信中"));
     browser.Close();
     EXPECT_FALSE(browser.Messenger().IsValid());
+}
+
+// A worker that has been replaced sees its stop only at its next step.
+TEST(SubjectWorker, AReplacedWorkerTouchesNothing) {
+    ScratchFolder folder;
+    RawServer server({RawServer::Reply(Answer("1.dat<>a (5)\n"))});
+    Browser browser(server.Port());
+    browser.SelectBoard();
+    EXPECT_TRUE(browser.WaitForTitle("ニュース (1)"));
+    WindowLink link(browser.Window());
+    const port_id replaced = 1 << 30;
+    NPWindow::addThreadItem(&link, replaced, 0, "http://board.example/old/", nullptr, nullptr);
+    NPWindow::addThreadItem(&link, replaced, 1, "old", "1", "9.dat");
+    NPWindow::addBookmarkItem(&link, replaced, 0, nullptr, nullptr, nullptr, nullptr, nullptr, 0);
+    EXPECT_EQ(browser.Column(kColumnDat), Texts{"1.dat"});
 }

@@ -154,6 +154,20 @@ TEST_F(Pointer, AHeldButtonKeepsThePointer) {
               Settled());
 }
 
+// A menu that opens under a held button gets the release.
+TEST_F(Pointer, APressWhoseReleaseWentElsewhereIsForgotten) {
+    server::testing::MouseDown(window, BPoint(10, 10));
+    server::testing::Click(window, BPoint(60, 10));
+    server::testing::MouseDown(window, BPoint(10, 10));
+    window.Settle();
+    log.Take();
+    server::testing::MouseMove(window, BPoint(60, 10));
+    server::testing::Click(window, BPoint(70, 10));
+    const Lines lines = Settled();
+    ASSERT_FALSE(lines.empty());
+    EXPECT_EQ("right up 20,10", lines.back());
+}
+
 TEST_F(Pointer, AViewWithAnEventMaskSeesWhatIsNotItsOwn) {
     window.Locked([&] { left->SetEventMask(B_POINTER_EVENTS); });
     server::testing::MouseMove(window, BPoint(60, 10));

@@ -1,5 +1,10 @@
 #include "support/TestWindow.h"
 
+#include "interface/WindowPrivate.h"
+#include "server/Drawing.h"
+#include "server/NativeWindow.h"
+#include "server/Server.h"
+
 #include <Application.h>
 #include <Cursor.h>
 #include <Screen.h>
@@ -55,6 +60,26 @@ TEST(Window, ShowsWhatItsViewsDraw) {
     EXPECT_EQ(50, picture.height);
     EXPECT_EQ(kColor, picture.At(0, 0));
     EXPECT_EQ(kColor, picture.At(99, 49));
+}
+
+TEST(Window, WhatTheDesktopAsksForDuringADrawingIsShownAfterIt) {
+    TestWindow<> window(99, 49);
+    window.Add(new FilledView(window->Bounds()));
+    window.Show();
+    window.Settle();
+    const std::shared_ptr<server::WindowLink> link =
+        window.Locked([&] { return BWindow::Private::Of(window).link; });
+    const auto expose = [&] {
+        server::NativeWindow::Of(*link)->Paint(QRegion(QRect(0, 0, 100, 50)));
+    };
+    {
+        server::Drawing drawing(link);
+        EXPECT_TRUE(server::Call(expose));
+    }
+    EXPECT_TRUE(server::Call([] {})); // behind what the drawing's end has sent
+    bool isLeft = false;
+    link->Pixels().Take(QRegion(), [&](const QImage&, const QRegion&) { isLeft = true; });
+    EXPECT_FALSE(isLeft);
 }
 
 TEST(Window, IsListedUntilItHasGone) {
