@@ -117,14 +117,28 @@ void NPArticleView::MessageReceived(BMessage* message) {
 
 void NPArticleView::ShowThread(port_id request, const char* url, const char* dat) {
     WriteBarPosition();
-    fTextView->clearText();
+    _Clear();
     fUrlLabel->SetUrl(url, dat);
     fUrl = url;
     fDat = dat;
     fRequest = request;
+}
+
+void NPArticleView::_Clear() {
+    fTextView->clearText();
     fHasTitle = fHasEnded = false;
     fPosts = 0;
     _ShowTitle("");
+}
+
+void NPArticleView::Restart(port_id request) {
+    if (request == fRequest)
+        _Clear();
+}
+
+void NPArticleView::ReturnToPlace(port_id request) {
+    if (request == fRequest)
+        ReadBarPosition();
 }
 
 const char* NPArticleView::GetTitle() const {
@@ -232,16 +246,12 @@ void NPArticleView::_OpenWriteWindow() {
 }
 
 void NPArticleView::ReloadRequest(bool fromScratch) {
-    if (fromScratch) {
-        const NPUrl url(fUrl.c_str());
-        NPCache cache;
-        if (url.Status() == 0 &&
-            cache.SetTo(url.Host(), url.Board(), fDat.c_str(), NPCache::Open::kExisting) == B_OK)
-            cache.RemoveFile();
-    }
     BMessage select(kMsgThreadSelected);
     select.AddString("dat", fDat.c_str());
     select.AddString("url", fUrl.c_str());
+    // The cached copy goes only when the whole thread has come anew.
+    if (fromScratch)
+        select.AddBool("from_scratch", true);
     Window()->PostMessage(&select);
 }
 
