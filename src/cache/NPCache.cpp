@@ -223,6 +223,7 @@ status_t NPCache::MarkUnfinished() {
 
 void NPCache::MarkFinished() {
     fFile.RemoveAttr(kUnfinished);
+    _ReadModificationTime();
 }
 
 status_t NPCache::CutToWholeLines() {

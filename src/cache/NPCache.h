@@ -79,7 +79,7 @@ public:
     void Sync() { fFile.Sync(); }
     // Whether the name still leads to this file.
     bool IsCurrent() const;
-    // The mark of an unfinished download.
+    // The mark of an unfinished download; without it the file's time counts again.
     bool IsUnfinished() const;
     status_t MarkUnfinished();
     void MarkFinished();

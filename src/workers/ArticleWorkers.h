@@ -66,6 +66,8 @@ protected:
     virtual uint32 RefusalCompletion() const = 0;
     // A line of the body, or a part of one.
     virtual void TakePart(char* part, int32 length) = 0;
+    // Whether requests name the copy's time, so that it must be the server's.
+    virtual bool AsksByTime() const = 0;
     // Whether nothing of interest follows.
     virtual bool HasAll() const { return false; }
 
@@ -116,6 +118,7 @@ private:
     AnswerKind Judge(NPHttp* http) override;
     uint32 RefusalCompletion() const override;
     void TakePart(char* part, int32 length) override { Keep(part, length); }
+    bool AsksByTime() const override { return true; }
 };
 
 // Brings a thread that its server shows as HTML alone: asks for the posts behind the cached ones,
@@ -129,6 +132,7 @@ private:
     AnswerKind Judge(NPHttp* http) override;
     uint32 RefusalCompletion() const override;
     void TakePart(char* part, int32 length) override;
+    bool AsksByTime() const override { return false; }
     bool HasAll() const override { return fPage.HasEnded(); }
     void _TakePost(std::string line);
 

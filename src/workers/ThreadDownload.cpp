@@ -205,8 +205,8 @@ void ThreadDownload::_Show(char* part, int32 length) {
 }
 
 // The one place that says what a download leaves: the lines that came are counted and named. When
-// nothing is missing the copy has the server's time, or the epoch if that is not known, and the
-// mark goes; else that stays.
+// nothing is missing the copy has the server's time, or, if that is not known and would be asked
+// for, the epoch, and the mark goes; else that stays.
 DownloadEnd ThreadDownload::_UpdateCache(DownloadEnd end, const char* modified) {
     if (fCache == nullptr)
         return end;
@@ -217,7 +217,7 @@ DownloadEnd ThreadDownload::_UpdateCache(DownloadEnd end, const char* modified) 
     if (end != DownloadEnd::kStopped)
         fCache->Sync();
     if (IsWholeEnd(end)) {
-        if (!fCache->SetModificationTime(modified))
+        if (!fCache->SetModificationTime(modified) && AsksByTime())
             fCache->SetModificationTimeToEpoch();
         fCache->MarkFinished();
     }

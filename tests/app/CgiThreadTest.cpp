@@ -3,6 +3,7 @@
 #include "support/RawServer.h"
 #include "support/ScratchFolder.h"
 
+#include "cache/NPCache.h"
 #include "post/PostForm.h"
 #include "server/DemoServer.h"
 
@@ -153,6 +154,8 @@ TEST(CgiDownload, AnOverlongPostCostsNoOther) {
     const std::string cached = folder.Read(kFile);
     EXPECT_TRUE(cached.starts_with("n<><>d<> m1 <>title\nn<><>d<> xxx"));
     EXPECT_TRUE(cached.ends_with("xxx…（以下略） <>\nn<><>d<> m3 <>\n"));
+    // The page has no time: the copy's own is shown in lists.
+    EXPECT_FALSE(NPCache("board.example", "news", "1.cgi", NPCache::Open::kExisting).IsFromEpoch());
 }
 
 TEST(CgiDownload, FromScratchEveryPostIsAskedFor) {

@@ -274,9 +274,10 @@ TEST_F(ArticleWorker, AnOverlongLineCostsNoOtherPost) {
     EXPECT_GT(mark, 8000 / 2 * 3u);
     EXPECT_LT(mark, 8192 / 2 * 3u + Shown(1, 1).size() + second.size());
     EXPECT_TRUE(shown.ends_with(Shown(4, 4)));
-    browser.SelectThread("1.dat", kMsgThreadSelectedCached);
-    EXPECT_TRUE(browser.WaitForThread("title (4)"));
-    EXPECT_EQ(browser.Text(), shown);
+    Browser offline(freePort());
+    offline.SelectThread("1.dat", kMsgThreadSelectedCached);
+    EXPECT_TRUE(offline.WaitForThread("title (4)"));
+    EXPECT_EQ(offline.Text(), shown);
 }
 
 TEST_F(ArticleWorker, ALineThatDoesNotParseTakesItsNumber) {
