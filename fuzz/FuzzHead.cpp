@@ -13,12 +13,17 @@ namespace {
 
 void Plan(const ResponseHead& head) {
     DownloadAnswer answer;
-    answer.hasCache = true;
+    answer.namesSize = true;
     answer.cachedSize = 1000;
     answer.status = head.Status()->code;
     answer.contentRange = head.Find("Content-Range");
-    PlanReading(answer);
-    IsWholeBody(head.Find("Content-Length"), 1000, 0);
+    JudgeAnswer(answer);
+    DownloadBody body;
+    body.status = answer.status;
+    body.contentLength = head.Find("Content-Length");
+    body.contentRange = answer.contentRange;
+    body.received = 1000;
+    IsWholeBody(body);
 }
 
 } // namespace
@@ -45,7 +50,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size) {
         Plan(head);
     char line[512];
     int32 length = 0;
-    while ((length = reader.ReadLine(line, sizeof(line), source)) > 0)
-        Claim(line[length - 1] == '\n', "a line ends in its line feed");
+    while ((length = reader.ReadPart(line, sizeof(line), source)) > 0)
+        Claim(line[length - 1] == '\n' || length == sizeof(line), "a part is a line or full");
     return 0;
 }

@@ -30,11 +30,11 @@ constexpr uint32 kMsgBoardSelected =
     'mBSL'; // board pane: "board" name, "url"; loads from the server
 constexpr uint32 kMsgBoardSelectedCached = 'mBSC';
 constexpr uint32 kMsgThreadSelected =
-    'mTSL'; // thread list, article pane: "dat", "url", "res" int32
+    'mTSL'; // thread list, article pane: "dat", "url", "res" int32, "from_scratch" bool
 constexpr uint32 kMsgThreadSelectedCached = 'mTSC';
 constexpr uint32 kMsgBoardComplete = 'mBRF'; // subject workers: "port" int32, the list's own fields
-constexpr uint32 kMsgThreadComplete =
-    'mTRF'; // thread workers: "port", "dat", "res_num", "last_modified"
+constexpr uint32 kMsgThreadComplete = 'mTRF';   // thread workers: "port", "dat", "res_num",
+                                                // "last_modified", "cut" bool: more is missing
 constexpr uint32 kMsgBoardMenuChanged = 'mUBV'; // application: the menu file is another
 
 // From the menu to a browser window.

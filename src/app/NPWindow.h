@@ -64,6 +64,11 @@ public:
     static void addArticleItem(WindowLink* link, port_id request, const char* title, int32 number,
                                const _ArticleOut& article);
 
+    // The posts that the request has brought so far go; others follow.
+    static void restartArticles(WindowLink* link, port_id request);
+    // The cached posts are on the pane: scrolls to where the reader left them.
+    static void returnToPlace(WindowLink* link, port_id request);
+
     // Thread entry points; the argument is the job, which the thread frees as it exits.
     static int32 getSubject(void* job);
     static int32 getSubjectCache(void* job);
@@ -96,6 +101,7 @@ private:
     void ThreadSelected(BMessage* message);
     void ThreadSelectedCache(BMessage* message);
     void _StartSubject(BMessage* message, Entry entry, const char* name, bool online);
+    bool _CanAskFor(const BMessage* message);
     std::unique_ptr<ThreadJob> _MakeThreadJob(BMessage* message);
     void _StartThread(std::unique_ptr<ThreadJob> job, Entry entry, const char* name);
     bool _FillProxy(ProxySetting* proxy) const;

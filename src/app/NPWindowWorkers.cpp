@@ -92,6 +92,16 @@ void NPWindow::addArticleItem(WindowLink* link, port_id request, const char* tit
     });
 }
 
+void NPWindow::restartArticles(WindowLink* link, port_id request) {
+    const BAutolock lock(link->ArticleLock());
+    link->Call([&](NPWindow* window) { window->fArticleView->Restart(request); });
+}
+
+void NPWindow::returnToPlace(WindowLink* link, port_id request) {
+    const BAutolock lock(link->ArticleLock());
+    link->Call([&](NPWindow* window) { window->fArticleView->ReturnToPlace(request); });
+}
+
 void NPWindow::_StopWorker(std::shared_ptr<WorkerControl>* worker) {
     if (*worker != nullptr)
         (*worker)->Stop();
@@ -166,10 +176,29 @@ std::unique_ptr<ThreadJob> NPWindow::_MakeThreadJob(BMessage* message) {
     job->window = fLink;
     fSettings->Get("enable_cache", &job->cacheEnabled);
     message->FindBool("bookmark", &job->bookmark);
+    message->FindBool("from_scratch", &job->fromScratch);
     return job;
 }
 
+// A thread whose names can't be those of a file is not asked for: what came could not be kept. What
+// is on show, and what is under way, stays.
+bool NPWindow::_CanAskFor(const BMessage* message) {
+    std::string url;
+    std::string dat;
+    const bool areShort =
+        FindName(message, "url", kLongestUrl, &url) && FindName(message, "dat", kLongestDat, &dat);
+    const NPUrl parsed(url.c_str());
+    if (areShort &&
+        (parsed.Status() != 0 || NPCache::CanHold(parsed.Host(), parsed.Board(), dat.c_str())))
+        return true;
+    if (message->HasString("url") && message->HasString("dat"))
+        PostProgressData("この名前のスレッドは開けません", 0);
+    return false;
+}
+
 void NPWindow::ThreadSelected(BMessage* message) {
+    if (!_CanAskFor(message))
+        return;
     std::unique_ptr<ThreadJob> job = _MakeThreadJob(message);
     if (job == nullptr || !_FillProxy(&job->proxy))
         return;

@@ -6,19 +6,19 @@
 #include <FindDirectory.h>
 #include <Node.h>
 #include <NodeInfo.h>
-#include <Path.h>
 #include <fs_attr.h>
 #include <parsedate.h>
 
 #include <cstdio>
 #include <cstring>
-#include <ctime>
+#include <string>
 #include <string_view>
 
 namespace {
 
 constexpr const char* kRoot = "2ch/2chCache";
 constexpr const char* kUnfinished = "unfinished";
+constexpr const char* kBesideFolder = ".arriving";
 
 status_t BoardFolder(const char* host, const char* board, BPath* path) {
     if (!IsGoodComponent(host) || !IsGoodBoardFolder(board)) {
@@ -44,7 +44,30 @@ status_t DatPath(const char* host, const char* board, const char* file, BPath* p
     return path->Append(file);
 }
 
+status_t BesidePath(const char* host, const char* board, const char* file, BPath* path) {
+    BPath place;
+    status_t status = DatPath(host, board, file, &place);
+    if (status == B_OK)
+        status = place.GetParent(path);
+    if (status == B_OK)
+        status = path->Append(kBesideFolder);
+    return status == B_OK ? path->Append(file) : status;
+}
+
+// HTTP's third form, as asctime writes it, names no zone and means this one.
+std::string WithZone(std::string_view date) {
+    const size_t word = date.rfind(' ') + 1;
+    const bool endsWithYear =
+        date.size() == word + 4 && date.find_first_not_of("0123456789", word) == date.npos;
+    return std::string(date) + (endsWithYear ? " GMT" : "");
+}
+
 } // namespace
+
+bool NPCache::CanHold(const char* host, const char* board, const char* file) {
+    BPath path;
+    return DatPath(host, board, file, &path) == B_OK;
+}
 
 status_t NPCache::SetTo(const char* host, const char* board, const char* file, Open how) {
     fStatus = -1;
@@ -62,16 +85,30 @@ status_t NPCache::SetTo(const char* host, const char* board, const char* file, O
 status_t NPCache::_Open(const char* host, const char* board, const char* file, Open how) {
     BPath path;
     status_t status = DatPath(host, board, file, &path);
-    if (status == B_OK && how == Open::kCreate)
+    if (status == B_OK && how != Open::kExisting)
         status = _MakeFolders(host, board);
+    if (status == B_OK && how == Open::kBeside)
+        status = _MakeBeside(host, board, file, &path);
     if (status == B_OK)
         status =
-            fFile.SetTo(path.Path(), B_READ_WRITE | (how == Open::kCreate ? B_CREATE_FILE : 0));
+            fFile.SetTo(path.Path(), B_READ_WRITE | (how != Open::kExisting ? B_CREATE_FILE : 0));
     // What can't be written may still be read.
     const bool protectedFile = status == B_PERMISSION_DENIED || status == B_READ_ONLY_DEVICE;
     if (protectedFile && how == Open::kExisting)
         status = fFile.SetTo(path.Path(), B_READ_ONLY);
     return status == B_OK ? fEntry.SetTo(path.Path()) : status;
+}
+
+status_t NPCache::_MakeBeside(const char* host, const char* board, const char* file, BPath* path) {
+    fPlace = *path;
+    status_t status = BesidePath(host, board, file, path);
+    BPath folder;
+    if (status == B_OK)
+        status = path->GetParent(&folder);
+    if (status == B_OK && initdir(folder.Path()) != 0)
+        status = B_ERROR;
+    RemoveBeside(host, board, file);
+    return status;
 }
 
 status_t NPCache::_MakeFolders(const char* host, const char* board) {
@@ -89,16 +126,25 @@ int32 NPCache::initdir(const char* path) {
 }
 
 void NPCache::_ReadModificationTime() {
-    time_t modified = 0;
+    fModified = 0;
     if (!IsUnfinished())
-        fFile.GetModificationTime(&modified);
+        fFile.GetModificationTime(&fModified);
+    _FormatModificationTime();
+}
+
+void NPCache::_FormatModificationTime() {
     tm utc;
-    gmtime_r(&modified, &utc);
+    gmtime_r(&fModified, &utc);
     strftime(fModificationTime, sizeof(fModificationTime), "%a, %d %b %Y %H:%M:%S %Z", &utc);
 }
 
 int32 NPCache::ReadLine(char* buffer, size_t size) {
     return fReader.ReadLine(
+        buffer, size, [this](void* to, size_t n) { return static_cast<int32>(fFile.Read(to, n)); });
+}
+
+int32 NPCache::ReadPart(char* buffer, size_t size) {
+    return fReader.ReadPart(
         buffer, size, [this](void* to, size_t n) { return static_cast<int32>(fFile.Read(to, n)); });
 }
 
@@ -122,12 +168,18 @@ int32 NPCache::GetSize() const {
     return static_cast<int32>(size);
 }
 
-void NPCache::SetModificationTime(const char* date) {
-    const time_t modified = parsedate(date, -1);
+bool NPCache::SetModificationTime(const char* date) {
+    const time_t modified = date != nullptr ? parsedate(WithZone(date).c_str(), -1) : -1;
     if (modified == -1)
-        return;
-    snprintf(fModificationTime, sizeof(fModificationTime), "%s", date);
+        return false;
+    _SetModificationTime(modified);
+    return true;
+}
+
+void NPCache::_SetModificationTime(time_t modified) {
     fFile.SetModificationTime(modified);
+    fModified = modified;
+    _FormatModificationTime();
 }
 
 ssize_t NPCache::ReadAttr(const char* name, type_code type, void* buffer, size_t size) {
@@ -149,10 +201,13 @@ void NPCache::RemoveFile() {
     fStatus = -1;
 }
 
+// A symbolic link stands for what it leads to.
 bool NPCache::IsCurrent() const {
+    BPath path;
     node_ref open;
     node_ref named;
-    return fFile.GetNodeRef(&open) == B_OK && fEntry.GetNodeRef(&named) == B_OK && open == named;
+    return fFile.GetNodeRef(&open) == B_OK && fEntry.GetPath(&path) == B_OK &&
+           BEntry(path.Path(), true).GetNodeRef(&named) == B_OK && open == named;
 }
 
 bool NPCache::IsUnfinished() const {
@@ -168,6 +223,7 @@ status_t NPCache::MarkUnfinished() {
 
 void NPCache::MarkFinished() {
     fFile.RemoveAttr(kUnfinished);
+    _ReadModificationTime();
 }
 
 status_t NPCache::CutToWholeLines() {
@@ -195,6 +251,16 @@ status_t NPCache::_FindLastLineEnd(off_t end, off_t* lineEnd) {
     }
     *lineEnd = 0;
     return B_OK;
+}
+
+status_t NPCache::TakePlace() {
+    return fEntry.Rename(fPlace.Path(), true);
+}
+
+void NPCache::RemoveBeside(const char* host, const char* board, const char* file) {
+    BPath path;
+    if (BesidePath(host, board, file, &path) == B_OK)
+        BEntry(path.Path()).Remove();
 }
 
 status_t NPCache::FindDatFile(const char* host, const char* board, const char* file, BFile* out) {

@@ -4,8 +4,9 @@
 
 namespace {
 
+// A leading dot would lead up, or into the folder that holds the attributes of others.
 bool IsGood(std::string_view name) {
-    return !name.empty() && name != "." && name != ".." && name.find('/') == name.npos;
+    return !name.empty() && name.front() != '.' && name.find('/') == name.npos;
 }
 
 } // namespace

@@ -1,9 +1,13 @@
 #include "net/CgiPage.h"
 
+#include "net/OverlongLine.h"
+#include "text/Utf8Cut.h"
+
 #include <String.h>
 
 #include <algorithm>
 #include <cstddef>
+#include <cstring>
 #include <string_view>
 
 namespace {
@@ -129,17 +133,13 @@ private:
     std::string_view fMessage;
 };
 
-size_t CharacterStart(std::string_view text, size_t at) {
-    while (at > 0 && at < text.size() && (text[at] & 0xC0) == 0x80)
-        at--;
-    return at;
-}
-
-// Takes so many bytes off the end of the message, the fourth field, or of what stands before it.
+// Takes so many bytes off the end of the message, the fourth field, or of what stands before it,
+// and leaves a mark there.
 void Shorten(std::string* line, size_t excess) {
     const size_t end = line->rfind(" <>");
-    const size_t begin = CharacterStart(*line, end - std::min(end, excess));
-    line->erase(begin, end - begin);
+    const size_t off = std::min(end, excess + strlen(kCutMark));
+    const size_t begin = LengthToCharacter(*line, end - off);
+    line->replace(begin, end - begin, kCutMark);
 }
 
 // Without its marks it is empty: it never brings a line feed into the first dat line.
@@ -149,8 +149,7 @@ std::string TitleIn(std::string_view line) {
     if (end == kMissing)
         return "";
     const std::string_view title = Part(line, mark + 1, end);
-    return std::string(
-        title.substr(0, CharacterStart(title, std::min(title.size(), kLongestTitle))));
+    return std::string(title.substr(0, LengthToCharacter(title, kLongestTitle)));
 }
 
 } // namespace

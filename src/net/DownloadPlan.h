@@ -2,27 +2,58 @@
 
 #include <SupportDefs.h>
 
-// What a thread download does with an answer, apart from any connection or window.
+// What a thread download makes of an answer, apart from any connection or window.
 
-// Where the lines of a thread come from.
-enum class ReadMode {
-    kCacheOnly = 0, // the server has nothing new
-    kNetwork = 1,   // every line is appended to the cache too
-    kCacheThenNetwork = 2,
-    kError // the user is told the status
+enum class AnswerKind {
+    kUnchanged,  // the server has nothing new
+    kFoundWhole, // nor has it, and the copy, of which that was not known, lacks nothing
+    kBody,       // its lines follow the cached ones
+    kRefusal     // the user is told the status
 };
 
 // What was asked and what came back.
 struct DownloadAnswer {
-    bool hasCache = false;   // the request named the cached size and time
-    bool unfinished = false; // the cached copy carries the mark of an unfinished download
+    bool namesSize = false;  // the request named the cached size and time
+    bool namesEpoch = false; // and the time was the epoch: that of the copy is not known
     int32 cachedSize = 0;
     int32 status = 0;
     const char* contentRange = nullptr; // null without the header
 };
 
-ReadMode PlanReading(const DownloadAnswer& answer);
+AnswerKind JudgeAnswer(const DownloadAnswer& answer);
 
-// Whether a body arrived whole: the stream ended normally, with as many bytes as the server
-// announced, if it did. A null `contentLength` means that it did not.
-bool IsWholeBody(const char* contentLength, int64 received, int32 lastResult);
+// A body and what its head said of it.
+struct DownloadBody {
+    int32 status = 0;
+    const char* contentLength = nullptr; // null without the header
+    const char* contentRange = nullptr;
+    int64 received = 0; // bytes
+    bool endsInsideLine = false;
+    int32 lastResult = 0; // of reading: 0 at an orderly end
+};
+
+// Whether nothing is missing, neither of what was announced nor, for a part of a file, between it
+// and the file's end.
+bool IsWholeBody(const DownloadBody& body);
+
+// How a download ended.
+enum class DownloadEnd {
+    kUnchanged,
+    kFoundWhole,
+    kWhole,
+    kCut,
+    kNotKept, // the body came whole, and the disk had no room for it
+    kStopped,
+    kFailed,      // the user has been told; no body came
+    kCacheChanged // the cached copy is another than the one that was asked for
+};
+
+// Whether the copy then lacks nothing.
+inline bool IsWholeEnd(DownloadEnd end) {
+    return end == DownloadEnd::kWhole || end == DownloadEnd::kFoundWhole;
+}
+
+// Whether something of a body may have been added to the copy, and more is missing.
+inline bool IsPartialEnd(DownloadEnd end) {
+    return end == DownloadEnd::kCut || end == DownloadEnd::kNotKept || end == DownloadEnd::kStopped;
+}

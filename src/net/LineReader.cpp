@@ -17,6 +17,7 @@ void LineReader::Clear() {
     free(fBytes);
     fBytes = nullptr;
     fCapacity = fStart = fEnd = fScanned = 0;
+    fIsInsideLine = false;
 }
 
 bool LineReader::Reset() {
@@ -52,21 +53,20 @@ void LineReader::_Consume(int32 length) {
     fScanned = fStart;
 }
 
-int32 LineReader::ReadLine(char* buffer, size_t size, const Source& source) {
+int32 LineReader::_Measure(size_t most, const Source& source, bool* isLine) {
     for (;;) {
         const void* feed =
             fEnd > fScanned ? memchr(fBytes + fScanned, '\n', fEnd - fScanned) : nullptr;
         if (feed != nullptr) {
-            const int32 length =
-                static_cast<int32>(static_cast<const char*>(feed) + 1 - fBytes) - fStart;
-            if (static_cast<size_t>(length) > size)
-                return -1;
-            memcpy(buffer, fBytes + fStart, length);
-            _Consume(length);
-            return length;
+            const size_t length = static_cast<const char*>(feed) + 1 - fBytes - fStart;
+            *isLine = length <= most;
+            return static_cast<int32>(*isLine ? length : most);
         }
+        *isLine = false;
         fScanned = fEnd;
-        if (static_cast<size_t>(fEnd - fStart) >= size || !_MakeRoom())
+        if (static_cast<size_t>(fEnd - fStart) >= most)
+            return static_cast<int32>(most);
+        if (!_MakeRoom())
             return -1;
         const int32 received = source(fBytes + fEnd, kBlock);
         if (received < 1)
@@ -75,12 +75,33 @@ int32 LineReader::ReadLine(char* buffer, size_t size, const Source& source) {
     }
 }
 
+int32 LineReader::_HandOut(char* buffer, int32 length) {
+    memcpy(buffer, fBytes + fStart, length);
+    _Consume(length);
+    return length;
+}
+
+int32 LineReader::ReadLine(char* buffer, size_t size, const Source& source) {
+    bool isLine = false;
+    const int32 length = _Measure(size, source, &isLine);
+    if (length < 1)
+        return length;
+    return isLine ? _HandOut(buffer, length) : -1;
+}
+
+int32 LineReader::ReadPart(char* buffer, size_t size, const Source& source) {
+    bool isLine = false;
+    const int32 length = _Measure(size, source, &isLine);
+    if (length < 1)
+        return length;
+    fIsInsideLine = !isLine;
+    return _HandOut(buffer, length);
+}
+
 int32 LineReader::Read(void* buffer, size_t size, const Source& source) {
     const int32 buffered = fEnd - fStart;
     if (buffered == 0)
         return source(buffer, size);
     const int32 length = static_cast<size_t>(buffered) > size ? static_cast<int32>(size) : buffered;
-    memcpy(buffer, fBytes + fStart, length);
-    _Consume(length);
-    return length;
+    return _HandOut(static_cast<char*>(buffer), length);
 }

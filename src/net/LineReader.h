@@ -28,16 +28,27 @@ public:
     // than `size`, as soon as that is known, so that an endless line costs no memory.
     int32 ReadLine(char* buffer, size_t size, const Source& source);
 
+    // The next line, or the next `size` bytes of one that is longer: only what ends with a line
+    // feed ends a line. The results are those of ReadLine otherwise.
+    int32 ReadPart(char* buffer, size_t size, const Source& source);
+    // Whether what has come so far ends inside a line.
+    bool IsInsideLine() const { return fIsInsideLine || fStart != fEnd; }
+
     // Bytes already buffered, else from the source; never both in one call.
     int32 Read(void* buffer, size_t size, const Source& source);
 
 private:
+    // The length of the next line, if it is among the first `most` bytes; `most` when it is not;
+    // else the source's result, or −1 without memory.
+    int32 _Measure(size_t most, const Source& source, bool* isLine);
     bool _MakeRoom();
+    int32 _HandOut(char* buffer, int32 length);
     void _Consume(int32 length);
 
     char* fBytes = nullptr;
     int32 fCapacity = 0;
-    int32 fStart = 0;   // where the unread bytes begin
-    int32 fEnd = 0;     // where they end
-    int32 fScanned = 0; // up to here there is no line feed
+    int32 fStart = 0;           // where the unread bytes begin
+    int32 fEnd = 0;             // where they end
+    int32 fScanned = 0;         // up to here there is no line feed
+    bool fIsInsideLine = false; // a part of a line was handed out last
 };

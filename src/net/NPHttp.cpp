@@ -146,6 +146,13 @@ int32 NPHttp::ReadLine(char* buffer, size_t size) {
     return status == 0 ? _readLine(buffer, size) : status;
 }
 
+int32 NPHttp::ReadPart(char* buffer, size_t size) {
+    const int32 status = ReadHeader();
+    if (status != 0)
+        return status;
+    return fReader.ReadPart(buffer, size, [this](void* to, size_t n) { return _Receive(to, n); });
+}
+
 void NPHttp::Close() {
     if (fEndpoint != nullptr) {
         fEndpoint->Close();

@@ -54,6 +54,10 @@ public:
     const StatusRecord* Status(); // null when the headers can't be read
     int32 Read(void* buffer, size_t size);
     int32 ReadLine(char* buffer, size_t size);
+    // A line, or a part of one that is longer: see LineReader.
+    int32 ReadPart(char* buffer, size_t size);
+    // Whether the body, as far as it has come, ends inside a line.
+    bool IsInsideLine() const { return fReader.IsInsideLine(); }
 
     // The value of the last header of that name, ignoring case; null when there is none.
     const char* FindHeader(const char* name) const { return fHead.Find(name); }

@@ -1,5 +1,6 @@
 #include "net/lines.h"
 
+#include "text/Utf8Cut.h"
 #include "text/cp932.h"
 #include "text/html.h"
 
@@ -54,10 +55,7 @@ bool CopyWhole(char (&field)[N], std::string_view text) {
 
 template <size_t N>
 void CopyCut(char (&field)[N], std::string_view text) {
-    size_t length = text.size() < N ? text.size() : N - 1;
-    while (length > 0 && length < text.size() && (text[length] & 0xC0) == 0x80)
-        length--;
-    CopyWhole(field, text.substr(0, length));
+    CopyWhole(field, text.substr(0, LengthToCharacter(text, N - 1)));
 }
 
 char* Duplicate(std::string_view text) {

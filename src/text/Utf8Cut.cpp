@@ -1,10 +1,15 @@
 #include "text/Utf8Cut.h"
 
-std::string CutAtCharacter(const char* text, size_t longest) {
-    std::string cut(text);
-    size_t length = cut.size() < longest ? cut.size() : longest;
-    while (length > 0 && length < cut.size() && (cut[length] & 0xC0) == 0x80)
+#include <algorithm>
+
+size_t LengthToCharacter(std::string_view text, size_t longest) {
+    size_t length = std::min(text.size(), longest);
+    while (length > 0 && length < text.size() && (text[length] & 0xC0) == 0x80)
         length--;
-    cut.resize(length);
-    return cut;
+    return length;
+}
+
+std::string CutAtCharacter(const char* text, size_t longest) {
+    const std::string_view whole(text);
+    return std::string(whole.substr(0, LengthToCharacter(whole, longest)));
 }

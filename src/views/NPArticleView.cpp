@@ -117,14 +117,28 @@ void NPArticleView::MessageReceived(BMessage* message) {
 
 void NPArticleView::ShowThread(port_id request, const char* url, const char* dat) {
     WriteBarPosition();
-    fTextView->clearText();
+    _Clear();
     fUrlLabel->SetUrl(url, dat);
     fUrl = url;
     fDat = dat;
     fRequest = request;
+}
+
+void NPArticleView::_Clear() {
+    fTextView->clearText();
     fHasTitle = fHasEnded = false;
     fPosts = 0;
     _ShowTitle("");
+}
+
+void NPArticleView::Restart(port_id request) {
+    if (request == fRequest)
+        _Clear();
+}
+
+void NPArticleView::ReturnToPlace(port_id request) {
+    if (request == fRequest)
+        ReadBarPosition();
 }
 
 const char* NPArticleView::GetTitle() const {
@@ -188,8 +202,7 @@ void NPArticleView::_AddPost(int32 number, const _ArticleOut& article) {
 
 void NPArticleView::_EndThread(int32 count) {
     _ShowTitle((fTitle + " (" + std::to_string(count) + ")").c_str());
-    if (!fTextView->HasMoved())
-        ReadBarPosition();
+    ReadBarPosition();
     fHasEnded = true;
 }
 
@@ -233,20 +246,19 @@ void NPArticleView::_OpenWriteWindow() {
 }
 
 void NPArticleView::ReloadRequest(bool fromScratch) {
-    if (fromScratch) {
-        const NPUrl url(fUrl.c_str());
-        NPCache cache;
-        if (url.Status() == 0 &&
-            cache.SetTo(url.Host(), url.Board(), fDat.c_str(), NPCache::Open::kExisting) == B_OK)
-            cache.RemoveFile();
-    }
     BMessage select(kMsgThreadSelected);
     select.AddString("dat", fDat.c_str());
     select.AddString("url", fUrl.c_str());
+    // The cached copy goes only when the whole thread has come anew.
+    if (fromScratch)
+        select.AddBool("from_scratch", true);
     Window()->PostMessage(&select);
 }
 
+// A reader who has moved while posts arrived is not thrown back.
 void NPArticleView::ReadBarPosition() {
+    if (fTextView->HasMoved())
+        return;
     const NPUrl url(fUrl.c_str());
     NPCache cache;
     int32 position = 0;
@@ -254,7 +266,7 @@ void NPArticleView::ReadBarPosition() {
         cache.SetTo(url.Host(), url.Board(), fDat.c_str(), NPCache::Open::kExisting) != B_OK)
         return;
     if (cache.ReadAttr("bar_pos", B_INT32_TYPE, &position, sizeof(position)) == sizeof(position))
-        fScrollView->ScrollBar(B_VERTICAL)->SetValue(static_cast<float>(position));
+        fTextView->RestorePlace(static_cast<float>(position));
 }
 
 // A thread that is still arriving has not been scrolled to where it was left: that stays as it is,

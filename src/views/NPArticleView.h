@@ -28,6 +28,11 @@ public:
     void addArticleItem(port_id request, const char* title, int32 number,
                         const _ArticleOut& article);
 
+    // The posts of the request that have come are dropped; it brings others.
+    void Restart(port_id request);
+    // Its cached posts have come: scrolls to where the reader left them.
+    void ReturnToPlace(port_id request);
+
     NPTextView* TextView() const { return fTextView; }
     const char* GetTitle() const;
     const char* GetText() const;
@@ -48,6 +53,7 @@ private:
     void _AddText(BRect frame);
     void _AddPost(int32 number, const _ArticleOut& article);
     void _EndThread(int32 count);
+    void _Clear();
     void _ShowTitle(const char* title);
     void _ChangeFont(const BMessage* message);
     void _Reload(Reload how);

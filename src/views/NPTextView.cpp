@@ -141,6 +141,12 @@ void NPTextView::_ReturnTo(const Place& place) {
         bar->SetValue(std::floor(top - std::max(place.above, 1 - height)));
 }
 
+void NPTextView::RestorePlace(float top) {
+    if (BScrollBar* bar = ScrollBar(B_VERTICAL))
+        bar->SetValue(top);
+    fHasMoved = false;
+}
+
 // The line that stood on top stays there. It is kept until the reader scrolls: a hundred widths on
 // the way to another one must not each lose a little.
 template <typename Layout>

@@ -54,6 +54,8 @@ public:
     int32 CountArticles() const { return fArticleCount; }
     // Whether the reader has scrolled since the text was cleared.
     bool HasMoved() const { return fHasMoved; }
+    // Scrolls to where the reader was at another time, in pixels from the top: no move of his.
+    void RestorePlace(float top);
 
     // The start of the first URL of a text, or −1. Only the first "://" is looked at: servers' own
     // pages decide likewise what is a link.

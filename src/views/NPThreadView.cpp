@@ -29,8 +29,10 @@ struct Refresh {
     BString dat;
     BString modified;
     int32 count = 0;
+    bool cut = false; // the server has more
 
     bool Find(const BMessage* message) {
+        message->FindBool("cut", &cut);
         return message->FindString("dat", &dat) == B_OK &&
                message->FindString("last_modified", &modified) == B_OK &&
                message->FindInt32("res_num", &count) == B_OK;
@@ -213,7 +215,8 @@ void NPThreadView::ChangeState(const BMessage* message) {
         NPThreadItem* item = fList->ThreadAt(i);
         if (refresh.dat != item->Dat())
             continue;
-        item->SetFetched(refresh.count, refresh.Time(), kRead, _StateIcon(kRead));
+        const thread_status state = refresh.cut ? kNewPosts : kRead;
+        item->SetFetched(refresh.count, refresh.Time(), state, _StateIcon(state));
         fList->RowChanged(item);
     }
 }

@@ -1,26 +1,49 @@
 #include "app/NPWindow.h"
+#include "text/cp932.h"
 #include "text/html.h"
 #include "workers/ArticleWorkers.h"
 
 ArticleReader::ArticleReader(const ThreadJob& job)
-    : Worker(job.window, job.control), fJob(job), fUrl(job.url.c_str()) {}
+    : Worker(job.window, job.control), fJob(job), fUrl(job.url.c_str()),
+      fIsUtf8(job.dat.find("cgi") != job.dat.npos) {}
 
 ArticleReader::~ArticleReader() {
     ReleaseArticle(&fArticle);
 }
 
-bool ArticleReader::ShowLine(char* line, int32 length, Encoding encoding) {
+std::string ArticleReader::ToUtf8(const char* text, int32 length) {
+    std::string utf8(static_cast<size_t>(length) * 3, '\0');
+    int32 written = 0;
+    cp932_conv_to_utf8(text, &length, utf8.data(), &written);
+    utf8.resize(static_cast<size_t>(RemoveNulls(utf8.data(), written)));
+    return utf8;
+}
+
+void ArticleReader::ShowPart(char* part, int32 length) {
+    switch (fOverlong.Take(part, length)) {
+    case LinePart::kLine: _ShowLine(part, length, !fIsUtf8); break;
+    case LinePart::kEnd: _ShowBeginning(fOverlong.TakeBeginning()); break;
+    case LinePart::kInside: break;
+    }
+}
+
+void ArticleReader::_ShowBeginning(const std::string& beginning) {
+    const std::string utf8 =
+        fIsUtf8 ? beginning : ToUtf8(beginning.data(), static_cast<int32>(beginning.size()));
+    std::string line = EndDatLine(utf8, fCount == 0);
+    _ShowLine(line.data(), static_cast<int32>(line.size()), false);
+}
+
+void ArticleReader::_ShowLine(char* line, int32 length, bool convert) {
     fCount++;
     line[length] = '\0';
     TruncateNullChar(line, static_cast<uint32>(length));
-    const bool parsed = parseArticle(line, &fArticle, encoding == Encoding::kCp932) == 0;
-    const bool hasTitle = parsed && fArticle.title != nullptr;
-    if (hasTitle)
+    const bool parsed = parseArticle(line, &fArticle, convert) == 0;
+    if (parsed && fArticle.title != nullptr)
         fTitle = fArticle.title;
     if (parsed)
         NPWindow::addArticleItem(&Window(), Request(), fTitle.c_str(), fCount, fArticle);
     ReleaseArticle(&fArticle);
-    return hasTitle;
 }
 
 void ArticleReader::EndArticles() {

@@ -4,10 +4,6 @@
 
 #include <cstdio>
 
-namespace {
-constexpr size_t kLongestLine = 8191;
-}
-
 ArticleReplay::ArticleReplay(const ThreadJob& job) : ArticleReader(job) {}
 
 int32 ArticleReplay::Run() {
@@ -34,16 +30,13 @@ int32 ArticleReplay::Run() {
 Progress ArticleReplay::_Replay(NPCache* cache) {
     ShowProgress("%s/%s/%sを読み込み中", fUrl.Host(), fUrl.Board(), fJob.dat.c_str());
     fprintf(stderr, "reading: %s/%s/%s\n", fUrl.Host(), fUrl.Board(), fJob.dat.c_str());
-    // A thread that was read from the server's pages is kept in UTF-8.
-    const Encoding encoding =
-        fJob.dat.find("cgi") != fJob.dat.npos ? Encoding::kUtf8 : Encoding::kCp932;
-    char line[kLongestLine + 1];
+    char part[kLongestShownLine + 1];
     for (;;) {
-        const int32 length = cache->ReadLine(line, kLongestLine);
+        const int32 length = cache->ReadPart(part, kLongestShownLine);
         if (MustStop())
             return Progress::kStopped;
         if (length <= 0)
             return Progress::kGoOn;
-        ShowLine(line, length, encoding);
+        ShowPart(part, length);
     }
 }

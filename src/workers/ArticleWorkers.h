@@ -4,6 +4,7 @@
 #include "net/CgiPage.h"
 #include "net/DownloadPlan.h"
 #include "net/NPUrl.h"
+#include "net/OverlongLine.h"
 #include "net/lines.h"
 #include "workers/Worker.h"
 
@@ -12,6 +13,9 @@
 
 class NPHttp;
 
+// In bytes, with its line feed: what is longer is shown cut.
+constexpr size_t kLongestShownLine = 8191;
+
 // What the readers of a thread share: lines become posts in the window, numbered by their line.
 class ArticleReader : public Worker {
 public:
@@ -19,13 +23,14 @@ public:
     ~ArticleReader() override;
 
 protected:
-    enum class Encoding { kCp932, kUtf8 };
-
-    // Counts the line and shows it if it parses; a title that it brings is kept in Title().
-    // Returns whether it brought one. The line is terminated here and needs room for that.
-    bool ShowLine(char* line, int32 length, Encoding encoding);
+    // A line, or a part of one that is longer. A complete line is counted, and shown if it parses;
+    // of an overlong one its beginning is. The part is terminated here and needs room for that.
+    void ShowPart(char* part, int32 length);
     // Tells the pane that all posts have come.
     void EndArticles();
+    // From one encoding or the other to UTF-8, without the zero bytes of codes that are no
+    // characters.
+    static std::string ToUtf8(const char* text, int32 length);
 
     const ThreadJob& fJob;
     NPUrl fUrl;
@@ -33,65 +38,87 @@ protected:
     std::string fTitle;
 
 private:
+    void _ShowLine(char* line, int32 length, bool convert);
+    void _ShowBeginning(const std::string& beginning);
+
+    // A thread that was read from the server's pages is kept in UTF-8.
+    const bool fIsUtf8;
+    OverlongLine fOverlong;
     _ArticleOut fArticle = {};
 };
 
-// What the downloads of a thread share: the cached copy that they replay and append to, which stays
-// locked meanwhile, and the order of the steps.
+// What the downloads of a thread share. The cached posts are shown first, at the reader's place:
+// whatever comes of the request, they are there. Then the server is asked for what is missing, the
+// copy is locked, and what comes is appended to it and shown.
+//
+// From scratch the server is asked for everything, and that goes to a file beside the copy, which
+// it replaces once it is whole; else the copy is shown again.
 class ThreadDownload : public ArticleReader {
 public:
     explicit ThreadDownload(const ThreadJob& job);
     int32 Run();
 
 protected:
-    // The proxy and the headers of all requests are there, and the cached copy is open.
+    // The proxy and the headers of all requests are there, and the cached posts are counted.
     virtual void PrepareRequest(NPHttp* http) = 0;
-    virtual Progress CheckStatus(NPHttp* http) = 0;
-    // Ends with FinishCache, or AbandonCache when it is stopped.
-    virtual Progress ReadLines(NPHttp* http) = 0;
+    // Of a refusal the user has been told; the code is that of the completion.
+    virtual AnswerKind Judge(NPHttp* http) = 0;
+    virtual uint32 RefusalCompletion() const = 0;
+    // A line of the body, or a part of one.
+    virtual void TakePart(char* part, int32 length) = 0;
+    // Whether requests name the copy's time, so that it must be the server's.
+    virtual bool AsksByTime() const = 0;
+    // Whether nothing of interest follows.
+    virtual bool HasAll() const { return false; }
 
-    // The network's lines go to the cache from here on.
-    void BeginAppending();
-    void AppendToCache(const char* line, int32 length);
-    void ShowOrCount(char* line, int32 length, Encoding encoding);
-    // What has arrived stays, with its mark.
-    void AbandonCache();
-    // The mark goes when the whole thread has come.
-    void FinishCache(NPHttp* http, bool isWhole);
+    // Shows the reader what there is.
+    Progress Fail(uint32 completion) override;
+    // A part of a dat line goes to the cache and the window.
+    void Keep(char* part, int32 length);
+    bool Extends() const { return fHasCache && !fJob.fromScratch; }
+    bool ReplacesCache() const { return fHasCache && fJob.fromScratch; }
 
     std::unique_ptr<NPCache> fCache; // null with the cache off
-    bool fHasCache = false;          // it holds posts
-    int32 fAskedSize = 0;            // bytes that it held when the request went out
-    bool fAppends = false;
-    int32 fLastResult = 0; // of reading the network, or of writing
+    int32 fCachedSize = 0;           // bytes that it held when the request went out
 
 private:
-    enum class Attempt { kDone, kStopped, kFailed, kCacheChanged };
-
-    Attempt _Attempt();
+    DownloadEnd _Attempt();
     void _OpenCache();
-    void _BeginRequest(NPHttp* http);
+    Progress _ShowCached();
+    void _StartOver();
+    Progress _Ask(NPHttp* http);
     bool _LockCache();
     bool _IsAsAsked();
-    void _WriteCount();
-    void _Complete();
+    DownloadEnd _Receive(NPHttp* http);
+    DownloadEnd _ReadBody(NPHttp* http);
+    bool _ReadParts(NPHttp* http, DownloadBody* body);
+    void _Append(const char* part, int32 length);
+    void _Show(char* part, int32 length);
+    DownloadEnd _UpdateCache(DownloadEnd end, const char* modified);
+    void _WriteTitle();
+    void _WriteFacts();
+    DownloadEnd _Replace(DownloadEnd end);
+    int32 _Finish(DownloadEnd end);
+    void _Complete(DownloadEnd end);
+
+    std::unique_ptr<NPCache> fReplaced; // the copy that waits for its successor
+    bool fHasCache = false;             // it holds posts
+    bool fAppends = false;
+    int32 fKept = 0;          // whole lines in the cache
+    const char* fEnding = ""; // the status line's last text
 };
 
-// Brings a thread as a dat file: asks the server for the bytes behind the cached ones, appends
-// those to the cache and shows them.
+// Brings a thread as a dat file: asks the server for the bytes behind the cached ones.
 class ArticleDownload : public ThreadDownload {
 public:
     using ThreadDownload::ThreadDownload;
 
 private:
     void PrepareRequest(NPHttp* http) override;
-    Progress CheckStatus(NPHttp* http) override;
-    Progress ReadLines(NPHttp* http) override;
-    int32 _ReadLine(NPHttp* http, char* line);
-    bool _SwitchToNetwork(int32 result);
-
-    ReadMode fMode = ReadMode::kNetwork;
-    int64 fReceived = 0;
+    AnswerKind Judge(NPHttp* http) override;
+    uint32 RefusalCompletion() const override;
+    void TakePart(char* part, int32 length) override { Keep(part, length); }
+    bool AsksByTime() const override { return true; }
 };
 
 // Brings a thread that its server shows as HTML alone: asks for the posts behind the cached ones,
@@ -102,15 +129,15 @@ public:
 
 private:
     void PrepareRequest(NPHttp* http) override;
-    Progress CheckStatus(NPHttp* http) override;
-    Progress ReadLines(NPHttp* http) override;
-    int32 _CountCached() const;
-    Progress _ReplayCache();
-    Progress _ReadPage(NPHttp* http);
+    AnswerKind Judge(NPHttp* http) override;
+    uint32 RefusalCompletion() const override;
+    void TakePart(char* part, int32 length) override;
+    bool AsksByTime() const override { return false; }
+    bool HasAll() const override { return fPage.HasEnded(); }
     void _TakePost(std::string line);
 
     CgiPage fPage;
-    int64 fReceived = 0;
+    OverlongLine fOverlong;
     bool fSkipsNext = false; // the page begins with the first post, which the cache has
 };
 

@@ -35,7 +35,8 @@ struct ThreadJob {
     std::string dat;
     ProxySetting proxy;
     bool cacheEnabled = false;
-    bool bookmark = false; // update the cache and the counts, show nothing
+    bool bookmark = false;    // update the cache and the counts, show nothing
+    bool fromScratch = false; // ask for the whole thread, whatever is cached
     std::shared_ptr<WindowLink> window;
     std::shared_ptr<WorkerControl> control;
 };

@@ -1,4 +1,5 @@
 #include "app/Messages.h"
+#include "app/NPWindow.h"
 #include "net/NPHttp.h"
 #include "workers/ArticleWorkers.h"
 
@@ -7,6 +8,9 @@
 namespace {
 // How often a download starts over because its cache file changed under it.
 constexpr int kMostAttempts = 3;
+// No post comes near it: such a line never ends.
+constexpr int64 kLongestKeptLine = 1024 * 1024; // bytes
+constexpr const char* kCutWords = "途中で切れました";
 } // namespace
 
 ThreadDownload::ThreadDownload(const ThreadJob& job) : ArticleReader(job) {}
@@ -17,52 +21,29 @@ int32 ThreadDownload::Run() {
         Complete(&complete);
         return -1;
     }
-    for (int i = 0; i < kMostAttempts; i++) {
-        const Attempt attempt = _Attempt();
-        if (attempt == Attempt::kDone || attempt == Attempt::kStopped)
-            return 0;
-        if (attempt == Attempt::kFailed)
-            return -1;
-    }
-    Fail(kMsgThreadComplete);
-    return -1;
+    DownloadEnd end = DownloadEnd::kCacheChanged;
+    for (int i = 0; i < kMostAttempts && end == DownloadEnd::kCacheChanged; i++)
+        end = _Attempt();
+    return _Finish(end);
 }
 
-ThreadDownload::Attempt ThreadDownload::_Attempt() {
-    const auto ending = [](Progress progress) {
-        return progress == Progress::kStopped ? Attempt::kStopped : Attempt::kFailed;
-    };
+DownloadEnd ThreadDownload::_Attempt() {
     NPHttp http(fUrl.Host(), "80");
     _OpenCache();
-    _BeginRequest(&http);
-    PrepareRequest(&http);
-    ShowProgress("%sへ接続中", fUrl.Host());
-    if (MustStop())
-        return Attempt::kStopped;
-    Progress progress = Connect(&http, kMsgThreadComplete);
+    _StartOver();
+    Progress progress = _ShowCached();
     if (progress == Progress::kGoOn)
-        progress = Exchange(&http, kMsgThreadComplete);
-    if (progress == Progress::kGoOn)
-        progress = CheckStatus(&http);
+        progress = _Ask(&http);
     if (progress != Progress::kGoOn)
-        return ending(progress);
-    if (fCache != nullptr && !_LockCache())
-        return ending(Fail(kMsgThreadComplete));
-    if (fCache != nullptr && !_IsAsAsked())
-        return Attempt::kCacheChanged;
-    progress = ReadLines(&http);
-    if (progress != Progress::kGoOn)
-        return ending(progress);
+        return progress == Progress::kStopped ? DownloadEnd::kStopped : DownloadEnd::kFailed;
+    const DownloadEnd end = _Receive(&http);
     http.Close();
-    if (MustStop())
-        return Attempt::kStopped;
-    _Complete();
-    return Attempt::kDone;
+    return MustStop() ? DownloadEnd::kStopped : end;
 }
 
 void ThreadDownload::_OpenCache() {
     fHasCache = false;
-    fAskedSize = 0;
+    fCachedSize = 0;
     fCache.reset();
     if (!fJob.cacheEnabled)
         return;
@@ -75,16 +56,65 @@ void ThreadDownload::_OpenCache() {
         fCache->CutToWholeLines();
         fCache->Unlock();
     }
-    fAskedSize = fCache->GetSize();
-    fHasCache = fAskedSize > 0;
+    fCachedSize = fCache->GetSize();
+    fHasCache = fCachedSize > 0;
 }
 
-void ThreadDownload::_BeginRequest(NPHttp* http) {
+// What an attempt or a body that came to nothing has shown goes.
+void ThreadDownload::_StartOver() {
+    if (fCount > 0)
+        NPWindow::restartArticles(&Window(), Request());
+    fCount = fKept = 0;
+}
+
+Progress ThreadDownload::_ShowCached() {
+    if (!fHasCache)
+        return Progress::kGoOn;
+    char part[kLongestShownLine + 1];
+    // Another download may be appending.
+    for (int64 read = 0; read < fCachedSize;) {
+        const int32 length = fCache->ReadPart(part, kLongestShownLine);
+        if (MustStop())
+            return Progress::kStopped;
+        if (length <= 0)
+            break;
+        read += length;
+        _Show(part, length);
+    }
+    fKept = fCount;
+    NPWindow::returnToPlace(&Window(), Request());
+    fprintf(stderr, "Reading cache finished.\n");
+    return Progress::kGoOn;
+}
+
+Progress ThreadDownload::_Ask(NPHttp* http) {
     if (fJob.proxy.use)
         http->SetProxy(fJob.proxy.host.c_str(), fJob.proxy.port.c_str());
     http->AddHeader("Host", fUrl.Host());
     http->AddHeader("User-Agent", get_user_agent());
     http->AddHeader("Connection: close");
+    PrepareRequest(http);
+    ShowProgress("%sへ接続中", fUrl.Host());
+    if (MustStop())
+        return Progress::kStopped;
+    const Progress progress = Connect(http, kMsgThreadComplete);
+    return progress == Progress::kGoOn ? Exchange(http, kMsgThreadComplete) : progress;
+}
+
+DownloadEnd ThreadDownload::_Receive(NPHttp* http) {
+    const AnswerKind kind = Judge(http);
+    if (kind == AnswerKind::kRefusal || (fCache != nullptr && !_LockCache())) {
+        Fail(kind == AnswerKind::kRefusal ? RefusalCompletion() : kMsgThreadComplete);
+        return DownloadEnd::kFailed;
+    }
+    if (fCache != nullptr && !_IsAsAsked())
+        return DownloadEnd::kCacheChanged;
+    DownloadEnd end = DownloadEnd::kUnchanged;
+    if (kind != AnswerKind::kUnchanged)
+        end = kind == AnswerKind::kBody ? _ReadBody(http) : DownloadEnd::kFoundWhole;
+    if (end == DownloadEnd::kCut)
+        fEnding = kCutWords;
+    return _UpdateCache(end, http->FindHeader("Last-Modified"));
 }
 
 bool ThreadDownload::_LockCache() {
@@ -94,79 +124,170 @@ bool ThreadDownload::_LockCache() {
 // Between the request and the lock another window may have grown, replaced or removed the file:
 // what the server sends would not belong behind what is there now.
 bool ThreadDownload::_IsAsAsked() {
-    if (fCache->IsCurrent() && fCache->GetSize() == fAskedSize)
+    if (fCache->IsCurrent() && fCache->GetSize() == fCachedSize) {
+        NPCache::RemoveBeside(fUrl.Host(), fUrl.Board(), fJob.dat.c_str());
         return true;
+    }
     fCache->Unlock();
     return false;
 }
 
-void ThreadDownload::BeginAppending() {
+DownloadEnd ThreadDownload::_ReadBody(NPHttp* http) {
+    ShowProgress("%sから受信中", fUrl.Host());
+    if (ReplacesCache()) {
+        _StartOver();
+        fReplaced = std::move(fCache);
+        fCache = std::make_unique<NPCache>(fUrl.Host(), fUrl.Board(), fJob.dat.c_str(),
+                                           NPCache::Open::kBeside);
+    }
     fAppends = fCache != nullptr && fCache->MarkUnfinished() == B_OK;
     if (fAppends)
         fCache->SeekLast();
+    DownloadBody body;
+    if (!_ReadParts(http, &body))
+        return DownloadEnd::kStopped;
+    body.status = http->Status()->code;
+    body.contentLength = http->FindHeader("Content-Length");
+    body.contentRange = http->FindHeader("Content-Range");
+    body.endsInsideLine = http->IsInsideLine();
+    if (!HasAll() && !IsWholeBody(body))
+        return DownloadEnd::kCut;
+    return fCache == nullptr || fAppends ? DownloadEnd::kWhole : DownloadEnd::kNotKept;
 }
 
-void ThreadDownload::AppendToCache(const char* line, int32 length) {
+// False when it must stop.
+bool ThreadDownload::_ReadParts(NPHttp* http, DownloadBody* body) {
+    char part[kLongestShownLine + 1];
+    int64 lineStart = 0;
+    while (!HasAll()) {
+        const int32 length = http->ReadPart(part, kLongestShownLine);
+        if (MustStop())
+            return false;
+        if (length <= 0 || body->received - lineStart > kLongestKeptLine) {
+            body->lastResult = length <= 0 ? length : B_ERROR;
+            break;
+        }
+        body->received += length;
+        if (part[length - 1] == '\n')
+            lineStart = body->received;
+        TakePart(part, length);
+    }
+    return true;
+}
+
+void ThreadDownload::Keep(char* part, int32 length) {
+    const bool hadTitle = !fTitle.empty();
+    _Append(part, length);
+    _Show(part, length);
+    if (!hadTitle && fAppends)
+        _WriteTitle();
+}
+
+void ThreadDownload::_Append(const char* part, int32 length) {
     if (!fAppends)
         return;
-    const status_t status = fCache->WriteLine(line, static_cast<size_t>(length));
-    if (status == B_OK)
+    const status_t status = fCache->WriteLine(part, static_cast<size_t>(length));
+    if (status == B_OK) {
+        fKept += part[length - 1] == '\n' ? 1 : 0;
         return;
+    }
     // The mark stays: what could not be kept is asked for again.
     fprintf(stderr, "cache: can't write %s: error %lx\n", fJob.dat.c_str(),
             static_cast<unsigned long>(static_cast<uint32>(status)));
     fAppends = false;
-    fLastResult = status;
 }
 
-void ThreadDownload::ShowOrCount(char* line, int32 length, Encoding encoding) {
-    if (fJob.bookmark)
+void ThreadDownload::_Show(char* part, int32 length) {
+    if (!fJob.bookmark)
+        ShowPart(part, length);
+    else if (part[length - 1] == '\n')
         fCount++;
-    else if (ShowLine(line, length, encoding) && fCache != nullptr)
+}
+
+// The one place that says what a download leaves: the lines that came are counted and named. When
+// nothing is missing the copy has the server's time, or, if that is not known and would be asked
+// for, the epoch, and the mark goes; else that stays.
+DownloadEnd ThreadDownload::_UpdateCache(DownloadEnd end, const char* modified) {
+    if (fCache == nullptr)
+        return end;
+    if (IsPartialEnd(end))
+        fCache->CutToWholeLines();
+    if (IsPartialEnd(end) || IsWholeEnd(end))
+        _WriteFacts();
+    if (end != DownloadEnd::kStopped)
+        fCache->Sync();
+    if (IsWholeEnd(end)) {
+        if (!fCache->SetModificationTime(modified) && AsksByTime())
+            fCache->SetModificationTimeToEpoch();
+        fCache->MarkFinished();
+    }
+    if (fReplaced != nullptr)
+        return _Replace(end);
+    fCache->Unlock();
+    return end;
+}
+
+void ThreadDownload::_WriteTitle() {
+    if (!fTitle.empty())
         fCache->WriteAttr("title", B_STRING_TYPE, fTitle.data(), fTitle.size());
 }
 
-void ThreadDownload::_WriteCount() {
-    const int32 count = fCount;
+void ThreadDownload::_WriteFacts() {
+    _WriteTitle();
+    const int32 count = fKept;
     fCache->WriteAttr("res_num", B_INT32_TYPE, &count, sizeof(count));
+    fCache->SetMimeType("text/plain");
 }
 
-void ThreadDownload::AbandonCache() {
-    if (fCache == nullptr)
-        return;
-    if (fAppends)
-        _WriteCount();
-    fCache->Unlock();
+// Whole, what came takes the place of the old copy. Else that is the one again, on the pane too.
+DownloadEnd ThreadDownload::_Replace(DownloadEnd end) {
+    const bool isReplaced = IsWholeEnd(end) && fCache->TakePlace() == B_OK;
+    if (!isReplaced)
+        fCache->RemoveFile();
+    fReplaced.reset();
+    if (isReplaced)
+        return end;
+    if (end == DownloadEnd::kStopped)
+        return end;
+    _OpenCache();
+    _StartOver();
+    if (_ShowCached() == Progress::kStopped)
+        return DownloadEnd::kStopped;
+    Fail(kMsgThreadComplete);
+    return DownloadEnd::kFailed;
 }
 
-void ThreadDownload::FinishCache(NPHttp* http, bool isWhole) {
-    if (fCache == nullptr)
-        return;
-    fCache->Sync();
-    if (fAppends) {
-        _WriteCount();
-        fCache->SetMimeType("text/plain");
+Progress ThreadDownload::Fail(uint32 completion) {
+    if (fCount > 0)
+        EndArticles();
+    ShowProgress("%s", fEnding);
+    BMessage complete(completion);
+    Complete(&complete);
+    return Progress::kFailed;
+}
+
+int32 ThreadDownload::_Finish(DownloadEnd end) {
+    switch (end) {
+    case DownloadEnd::kStopped: return 0;
+    case DownloadEnd::kCacheChanged: Fail(kMsgThreadComplete); return -1;
+    case DownloadEnd::kFailed: return -1;
+    default: _Complete(end); return 0;
     }
-    if (fAppends && isWhole) {
-        const char* modified = http->FindHeader("Last-Modified");
-        if (modified != nullptr)
-            fCache->SetModificationTime(modified);
-        fCache->MarkFinished();
-    }
-    fCache->Unlock();
 }
 
-void ThreadDownload::_Complete() {
+void ThreadDownload::_Complete(DownloadEnd end) {
     EndArticles();
     BMessage complete(kMsgThreadComplete);
     if (fCache != nullptr) {
-        complete.AddInt32("res_num", fCount);
+        complete.AddInt32("res_num", fKept);
         complete.AddString("last_modified", fCache->GetModificationTime());
     }
     complete.AddString("dat", fJob.dat.c_str());
     complete.AddString("board", fUrl.Board());
     if (fJob.bookmark)
         complete.AddBool("bookmark", true);
+    if (IsPartialEnd(end))
+        complete.AddBool("cut", true);
+    ShowProgress("%s", fEnding);
     Complete(&complete);
-    ClearProgress();
 }

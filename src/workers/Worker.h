@@ -30,8 +30,9 @@ protected:
     void SetTitle(const char* format, ...) __attribute__((format(printf, 2, 3)));
     // Posts the completion message, naming this worker by its port.
     void Complete(BMessage* message);
-    // The ending of every failure: an empty status line and a completion without fields.
-    Progress Fail(uint32 completion);
+    // The ending of every failure: an empty status line, but for what a job has to say in it, and a
+    // completion without fields.
+    virtual Progress Fail(uint32 completion);
 
     // Shared by the downloads: connects, with the alert that tells the user why it failed.
     Progress Connect(NPHttp* http, uint32 completion);

@@ -3,6 +3,7 @@
 #include "support/RawServer.h"
 #include "support/ScratchFolder.h"
 
+#include "cache/NPCache.h"
 #include "post/PostForm.h"
 #include "server/DemoServer.h"
 
@@ -131,7 +132,7 @@ TEST(CgiDownload, ACutPageKeepsItsWholePostsAndTheNextOneGoesOn) {
          RawServer::Reply(kHead + PostBlock(1) + PostBlock(3) + "<table>\n" + PostBlock(9))});
     Browser browser(server.Port());
     browser.SelectThread("1.cgi");
-    EXPECT_TRUE(browser.WaitForThread("title (2)"));
+    EXPECT_TRUE(browser.WaitForStatus("途中で切れました"));
     const std::string two = "n<><>d<> m1 <>title\nn<><>d<> m2 <>\n";
     EXPECT_EQ(folder.Read(kFile), two);
     browser.SelectThread("1.cgi");
@@ -139,6 +140,40 @@ TEST(CgiDownload, ACutPageKeepsItsWholePostsAndTheNextOneGoesOn) {
     EXPECT_EQ(folder.Read(kFile), two + "n<><>d<> m3 <>\n");
     EXPECT_NE(server.WaitForRequest(1).find("/bbs/read.cgi?BBS=news&KEY=1&START=3 HTTP/1.1\r\n"),
               std::string::npos);
+}
+
+TEST(CgiDownload, AnOverlongPostCostsNoOther) {
+    ScratchFolder folder;
+    const std::string overlong =
+        "<dt>2 <b> n </b> 1234567890123d<br><dd>" + std::string(9000, 'x') + " <br><br>\n";
+    RawServer server(
+        {RawServer::Reply(kHead + PostBlock(1) + overlong + PostBlock(3) + "<table>\n")});
+    Browser browser(server.Port());
+    browser.SelectThread("1.cgi");
+    EXPECT_TRUE(browser.WaitForThread("title (3)"));
+    const std::string cached = folder.Read(kFile);
+    EXPECT_TRUE(cached.starts_with("n<><>d<> m1 <>title\nn<><>d<> xxx"));
+    EXPECT_TRUE(cached.ends_with("xxx…（以下略） <>\nn<><>d<> m3 <>\n"));
+    // The page has no time: the copy's own is shown in lists.
+    EXPECT_FALSE(NPCache("board.example", "news", "1.cgi", NPCache::Open::kExisting).IsFromEpoch());
+}
+
+TEST(CgiDownload, FromScratchEveryPostIsAskedFor) {
+    ScratchFolder folder;
+    folder.Write(kFile, "n<><>d<> old <>title\n");
+    RawServer server({RawServer::Reply("HTTP/1.1 403 Forbidden\r\n\r\n"),
+                      RawServer::Reply(kHead + PostBlock(1) + PostBlock(2) + "<table>\n")});
+    Browser browser(server.Port());
+    browser.SelectThread("1.cgi");
+    WaitForAlert();
+    DismissAlert();
+    EXPECT_TRUE(browser.WaitForThread("title (1)"));
+    browser.Locked(
+        [&] { return BMessenger(browser.Article()).SendMessage(kMsgReloadFromScratch) == B_OK; },
+        false);
+    EXPECT_TRUE(browser.WaitForThread("title (2)"));
+    EXPECT_EQ(folder.Read(kFile), "n<><>d<> m1 <>title\nn<><>d<> m2 <>\n");
+    EXPECT_NE(server.WaitForRequest(1).find("&START=1 "), std::string::npos);
 }
 
 TEST(CgiDownload, PagesOfNonsenseEndAndLoseNothing) {

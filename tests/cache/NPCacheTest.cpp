@@ -78,9 +78,15 @@ TEST_F(NPCacheTest, TheServersTimeIsSentBackAsItCame) {
     fCache->SetModificationTime(kDate);
     EXPECT_STREQ(Opened()->GetModificationTime(), kDate);
     EXPECT_STREQ(Opened()->GetModificationTime(), kDate);
-    fCache->SetModificationTime("no date at all, and longer than its buffer of 32 bytes");
-    EXPECT_STREQ(fCache->GetModificationTime(), kDate);
-    EXPECT_STREQ(Opened()->GetModificationTime(), kDate);
+    setenv("TZ", "JST-9", 1);
+    for (const char* form : {"Wednesday, 23-Jan-02 12:34:56 GMT", "Wed Jan 23 12:34:56 2002",
+                             "Wed, 23 Jan 2002 21:34:56 +0900",
+                             "no date at all, and longer than its buffer of 32 bytes"}) {
+        fCache->SetModificationTime(form);
+        EXPECT_STREQ(fCache->GetModificationTime(), kDate) << form;
+        EXPECT_STREQ(Opened()->GetModificationTime(), kDate) << form;
+    }
+    unsetenv("TZ");
 }
 
 TEST_F(NPCacheTest, AnUnfinishedDownloadAsksWithTheEpoch) {
@@ -160,12 +166,14 @@ TEST_F(NPCacheTest, ASecondDownloadGetsNoLock) {
 }
 
 TEST_F(NPCacheTest, NamesFromTheNetworkLeadNowhereElse) {
-    for (const char* name : {"../../x.dat", "a/b.dat", "..", ".", ""})
+    for (const char* name : {"../../x.dat", "a/b.dat", "..", ".", "", ".attributes", ".x"})
         EXPECT_NE(NPCache("host", "board", name, NPCache::Open::kCreate).Status(), 0) << name;
     EXPECT_NE(NPCache("..", "board", "1.dat", NPCache::Open::kCreate).Status(), 0);
     EXPECT_NE(NPCache("a/b", "board", "1.dat", NPCache::Open::kCreate).Status(), 0);
     EXPECT_NE(NPCache("host", "a//b", "1.dat", NPCache::Open::kCreate).Status(), 0);
     EXPECT_NE(NPCache("host", "a/../b", "1.dat", NPCache::Open::kCreate).Status(), 0);
+    EXPECT_NE(NPCache("host", "a/.attributes", "1.dat", NPCache::Open::kCreate).Status(), 0);
+    EXPECT_NE(NPCache(".host", "a", "1.dat", NPCache::Open::kCreate).Status(), 0);
     EXPECT_FALSE(fFolder.Has("2ch"));
     EXPECT_EQ(NPCache("host", "a/b", "1.dat", NPCache::Open::kCreate).Status(), 0);
     const std::string longName(300, 'x');

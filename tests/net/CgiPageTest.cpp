@@ -114,5 +114,6 @@ TEST(CgiPage, ALineTooLongForTheCacheIsCutInItsMessage) {
     EXPECT_EQ(parseArticle(lines[0].c_str(), &article, false), 0);
     EXPECT_STREQ(article.title, "題名");
     EXPECT_EQ(std::string(article.message).size() % 3, 1u); // a space and whole characters
+    EXPECT_TRUE(std::string(article.message).ends_with("あ…（以下略） "));
     ReleaseArticle(&article);
 }

@@ -2,32 +2,47 @@
 
 #include <gtest/gtest.h>
 
-TEST(DownloadPlan, DecidesByStatusAndCache) {
+TEST(DownloadPlan, JudgesByStatusAndWhatWasAsked) {
     const struct {
         DownloadAnswer answer;
-        ReadMode mode;
+        AnswerKind kind;
     } kCases[] = {
-        {{false, false, 0, 200, nullptr}, ReadMode::kNetwork},
-        {{false, false, 0, 206, nullptr}, ReadMode::kError},
-        {{false, false, 0, 304, nullptr}, ReadMode::kError},
-        {{false, false, 0, 404, nullptr}, ReadMode::kError},
-        {{true, false, 10, 200, nullptr}, ReadMode::kCacheThenNetwork},
-        {{true, false, 10, 206, nullptr}, ReadMode::kCacheThenNetwork},
-        {{true, false, 10, 304, nullptr}, ReadMode::kCacheOnly},
-        {{true, false, 10, 302, nullptr}, ReadMode::kError},
-        {{true, false, 10, 416, "bytes */10"}, ReadMode::kError},
-        {{true, true, 10, 416, "bytes */10"}, ReadMode::kCacheOnly},
-        {{true, true, 10, 416, "bytes */9"}, ReadMode::kError},
-        {{true, true, 10, 416, nullptr}, ReadMode::kError},
+        {{false, false, 0, 200, nullptr}, AnswerKind::kBody},
+        {{false, false, 0, 206, nullptr}, AnswerKind::kRefusal},
+        {{false, false, 0, 304, nullptr}, AnswerKind::kRefusal},
+        {{false, false, 0, 404, nullptr}, AnswerKind::kRefusal},
+        {{true, false, 10, 200, nullptr}, AnswerKind::kBody},
+        {{true, false, 10, 206, nullptr}, AnswerKind::kBody},
+        {{true, false, 10, 304, nullptr}, AnswerKind::kUnchanged},
+        {{true, false, 10, 302, nullptr}, AnswerKind::kRefusal},
+        {{true, false, 10, 416, "bytes */10"}, AnswerKind::kRefusal},
+        {{true, true, 10, 416, "bytes */10"}, AnswerKind::kFoundWhole},
+        {{true, true, 10, 416, "bytes */9"}, AnswerKind::kRefusal},
+        {{true, true, 10, 416, nullptr}, AnswerKind::kRefusal},
     };
     for (const auto& item : kCases)
-        EXPECT_EQ(PlanReading(item.answer), item.mode) << item.answer.status;
+        EXPECT_EQ(JudgeAnswer(item.answer), item.kind) << item.answer.status;
 }
 
-TEST(DownloadPlan, ABodyIsWholeWhenItEndedNormallyWithAllItsBytes) {
-    EXPECT_TRUE(IsWholeBody("10", 10, 0));
-    EXPECT_FALSE(IsWholeBody("10", 9, 0));
-    EXPECT_FALSE(IsWholeBody("10", 10, -1));
-    EXPECT_TRUE(IsWholeBody(nullptr, 7, 0));
-    EXPECT_FALSE(IsWholeBody(nullptr, 7, -1));
+TEST(DownloadPlan, ABodyIsWholeWhenNothingOfItOrBehindItIsMissing) {
+    const struct {
+        DownloadBody body;
+        bool isWhole;
+    } kCases[] = {
+        {{200, "10", nullptr, 10, false, 0}, true},
+        {{200, "10", nullptr, 9, false, 0}, false},
+        {{200, "10", nullptr, 10, false, -1}, false},
+        {{200, nullptr, nullptr, 7, false, 0}, true},
+        {{200, nullptr, nullptr, 7, true, 0}, false},
+        {{200, nullptr, nullptr, 7, false, -1}, false},
+        {{206, "10", "bytes 5-14/15", 10, false, 0}, true},
+        {{206, "10", "bytes 5-14/16", 10, false, 0}, false},
+        {{206, nullptr, "bytes 5-14/15", 9, false, 0}, false},
+        {{206, "10", "bytes 5-14/*", 10, false, 0}, true},
+        {{206, "10", "bytes 5-14/99999999999999999999", 10, false, 0}, true},
+        {{206, "10", "nonsense", 10, false, 0}, true},
+        {{200, "10", "bytes 5-14/16", 10, false, 0}, true},
+    };
+    for (const auto& item : kCases)
+        EXPECT_EQ(IsWholeBody(item.body), item.isWhole) << &item - kCases;
 }

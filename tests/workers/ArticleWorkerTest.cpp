@@ -7,7 +7,10 @@
 
 #include <gtest/gtest.h>
 
+#include <ScrollBar.h>
+
 #include <csignal>
+#include <filesystem>
 #include <sys/resource.h>
 
 namespace {
@@ -66,8 +69,33 @@ private:
     rlimit fLimit;
 };
 
+// The reader's way to reload what is on show.
+void ReloadFromScratch(Browser& browser) {
+    browser.Locked(
+        [&] { return BMessenger(browser.Article()).SendMessage(kMsgReloadFromScratch) == B_OK; },
+        false);
+}
+
+float Place(Browser& browser) {
+    return browser.Locked(
+        [&] { return browser.Article()->TextView()->ScrollBar(B_VERTICAL)->Value(); }, -1.0F);
+}
+
 class ArticleWorker : public testing::Test {
 protected:
+    static constexpr int32 kPlace = 321; // where the reader left the cached thread, in pixels
+    static constexpr int kMany = 60;     // posts that fill the pane and more
+
+    static void CacheWithPlace() {
+        Cache(Posts(1, kMany), kMany);
+        NPCache("board.example", "news", "1.dat", NPCache::Open::kExisting)
+            .WriteAttr("bar_pos", B_INT32_TYPE, &kPlace, sizeof(kPlace));
+    }
+    static bool WaitForTheCachedPosts(Browser& browser) {
+        return browser.WaitUntil([&] {
+            return Shown(1, kMany) == browser.Article()->GetText() && Place(browser) == kPlace;
+        });
+    }
     static void Cache(const std::string& content, int32 count) {
         NPCache cache("board.example", "news", "1.dat", NPCache::Open::kCreate);
         cache.WriteLine(content.data(), content.size());
@@ -140,7 +168,8 @@ TEST_F(ArticleWorker, ACutConnectionLeavesTheCacheAtAWholeLine) {
                       RawServer::Reply(Answer(Post(3), "206 Partial Content"))});
     Browser browser(server.Port());
     browser.SelectThread("1.dat");
-    EXPECT_TRUE(browser.WaitForThread("title (2)"));
+    EXPECT_TRUE(browser.WaitForStatus("途中で切れました"));
+    EXPECT_STREQ(browser.Article()->GetTitle(), "title (2)");
     EXPECT_EQ(fFolder.Read(kFile), Posts(1, 2));
     EXPECT_EQ(Time(), kEpoch);
     EXPECT_EQ(Count(), 2);
@@ -184,24 +213,71 @@ TEST_F(ArticleWorker, ACacheThatACrashCutIsMendedFirst) {
 }
 
 TEST_F(ArticleWorker, ACopyThatWasCutAtItsEndIsFoundWhole) {
-    Cache(Posts(1, 2), 2);
+    const std::string end =
+        "Content-Range: bytes */" + std::to_string(Posts(1, 2).size()) + "\r\n\r\n";
+    const std::string head = "HTTP/1.1 416 Range Not Satisfiable\r\n";
+    Cache(Posts(1, 2), 1);
     MarkUnfinished();
-    RawServer server(
-        {RawServer::Reply("HTTP/1.1 416 Range Not Satisfiable\r\nContent-Range: bytes */" +
-                          std::to_string(Posts(1, 2).size()) + "\r\n\r\n")});
+    RawServer server({RawServer::Reply(head + end), RawServer::Reply(head + end),
+                      RawServer::Reply(head + "Last-Modified: " + kDate + "\r\n" + end)});
     Browser browser(server.Port());
-    browser.SelectThread("1.dat");
-    EXPECT_TRUE(browser.WaitForThread("title (2)"));
-    EXPECT_EQ(Time(), kDate);
+    // Its own time, the clock's, is of no use to the server: until the server names one the epoch
+    // goes out.
+    size_t reload = 0;
+    for (const char* time : {kEpoch, kEpoch, kDate}) {
+        browser.SelectThread("1.dat");
+        server.WaitForRequest(reload++);
+        EXPECT_TRUE(browser.WaitForThread("title (2)"));
+        EXPECT_EQ(browser.Text(), Shown(1, 2));
+        EXPECT_EQ(Time(), time);
+        EXPECT_EQ(Count(), 2);
+    }
+    EXPECT_TRUE(Has(server.WaitForRequest(2), std::string("If-Modified-Since: ") + kEpoch));
 }
 
-TEST_F(ArticleWorker, AnOverlongLineEndsTheDownloadUnfinished) {
-    RawServer server({RawServer::Reply(Answer(Post(1) + std::string(9000, 'x') + "\n" + Post(3)))});
+TEST_F(ArticleWorker, AThreadWithoutATimeGoesOnBeingAskedForFromTheEpoch) {
+    RawServer server({RawServer::Reply(Answer(Posts(1, 2), "200 OK", "no date")),
+                      RawServer::Reply("HTTP/1.1 206 Partial Content\r\n\r\n" + Post(3))});
+    Browser browser(server.Port());
+    for (const char* title : {"title (2)", "title (3)"}) {
+        browser.SelectThread("1.dat");
+        EXPECT_TRUE(browser.WaitForThread(title));
+        EXPECT_EQ(Time(), kEpoch);
+    }
+    EXPECT_EQ(Count(), 3);
+    EXPECT_FALSE(
+        Has(fFolder.Read("2ch/2chCache/board.example/news/.attributes/1.dat"), "unfinished"));
+}
+
+TEST_F(ArticleWorker, AnOverlongLineCostsNoOtherPost) {
+    std::string body;
+    while (body.size() < 9000)
+        body += "\x82\xA0"; // a letter of two bytes
+    const std::string thread =
+        Post(1) + "n2<>sage<>d2<> " + body + " <>\n" + std::string(20000, 'x') + "\n" + Post(4);
+    const std::string whole = Answer(thread);
+    RawServer server(
+        {RawServer::CutAfter(whole.size() - 15000, whole),
+         RawServer::Reply(Answer(thread.substr(thread.find('x')), "206 Partial Content"))});
     Browser browser(server.Port());
     browser.SelectThread("1.dat");
-    EXPECT_TRUE(browser.WaitForThread("title (1)"));
-    EXPECT_EQ(fFolder.Read(kFile), Post(1));
-    EXPECT_EQ(Time(), kEpoch);
+    EXPECT_TRUE(browser.WaitForStatus("途中で切れました"));
+    EXPECT_EQ(fFolder.Read(kFile), thread.substr(0, thread.find('x')));
+    browser.SelectThread("1.dat");
+    EXPECT_TRUE(browser.WaitForThread("title (4)"));
+    EXPECT_EQ(fFolder.Read(kFile), thread);
+    EXPECT_EQ(Count(), 4);
+    const std::string shown = browser.Text();
+    const std::string second = "2 名前：n2 E-mail：sage 投稿日：d2\nああああ";
+    const size_t mark = shown.find("あ…（以下略）");
+    EXPECT_TRUE(Has(shown, second));
+    EXPECT_GT(mark, 8000 / 2 * 3u);
+    EXPECT_LT(mark, 8192 / 2 * 3u + Shown(1, 1).size() + second.size());
+    EXPECT_TRUE(shown.ends_with(Shown(4, 4)));
+    Browser offline(freePort());
+    offline.SelectThread("1.dat", kMsgThreadSelectedCached);
+    EXPECT_TRUE(offline.WaitForThread("title (4)"));
+    EXPECT_EQ(offline.Text(), shown);
 }
 
 TEST_F(ArticleWorker, ALineThatDoesNotParseTakesItsNumber) {
@@ -213,19 +289,125 @@ TEST_F(ArticleWorker, ALineThatDoesNotParseTakesItsNumber) {
     EXPECT_EQ(fFolder.Read(kFile), Post(1) + "garbage\n" + Post(3));
 }
 
-TEST_F(ArticleWorker, OtherAnswersAreShownAsAlerts) {
-    Cache(Posts(1, 2), 2);
+TEST_F(ArticleWorker, AReloadThatFailsLeavesTheCachedPostsAtTheReadersPlace) {
+    CacheWithPlace();
     RawServer server({RawServer::Reply(Answer("", "302 Found")),
                       RawServer::Reply(Answer("", "416 Range Not Satisfiable")),
-                      RawServer::Reply("HTTP/1.1 404 Not Found\r\n\r\n")});
+                      RawServer::Reply("HTTP/1.1 404 Not Found\r\n\r\n"),
+                      RawServer::Reply("HTTP/1.1 503 Busy\r\n\r\n"), RawServer::Reset()});
     Browser browser(server.Port());
-    for (const char* text : {"302 Found\r", "416 Range Not Satisfiable\r", "404 Not Found\r"}) {
+    size_t reload = 0;
+    for (const char* text :
+         {"302 Found\r", "416 Range Not Satisfiable\r", "404 Not Found\r", "503 Busy\r", ""}) {
         browser.SelectThread("1.dat");
-        EXPECT_EQ(WaitForAlert(), text);
-        DismissAlert();
-        EXPECT_TRUE(browser.WaitForStatus(""));
+        if (*text != '\0') {
+            EXPECT_EQ(WaitForAlert(), text);
+            EXPECT_TRUE(WaitForTheCachedPosts(browser)) << text; // under the alert
+            DismissAlert();
+        }
+        server.WaitForRequest(reload++);
+        EXPECT_TRUE(browser.WaitForThread("title (60)"));
+        EXPECT_TRUE(WaitForTheCachedPosts(browser)) << text;
     }
-    EXPECT_EQ(fFolder.Read(kFile), Posts(1, 2));
+    EXPECT_EQ(fFolder.Read(kFile), Posts(1, kMany));
+}
+
+TEST_F(ArticleWorker, AnUnreachableServerLeavesTheCachedPosts) {
+    CacheWithPlace();
+    Browser browser(freePort());
+    browser.SelectThread("1.dat");
+    EXPECT_TRUE(WaitForAlert().starts_with("接続エラー: "));
+    DismissAlert();
+    EXPECT_TRUE(browser.WaitForThread("title (60)"));
+    EXPECT_TRUE(WaitForTheCachedPosts(browser));
+}
+
+TEST_F(ArticleWorker, ReloadsDuringAStallShowTheCachedPostsAtOnce) {
+    CacheWithPlace();
+    RawServer server({RawServer::Stall("HTTP/1.1 206 Partial Content\r\n\r\nhalf"),
+                      RawServer::Reply(Answer(Post(1), "206 Partial Content")),
+                      RawServer::Stall()});
+    Browser browser(server.Port());
+    browser.SelectThread("1.dat");
+    EXPECT_TRUE(browser.WaitForStatus("board.exampleから受信中"));
+    browser.SelectThread("1.dat"); // finds the file locked
+    server.WaitForRequest(1);
+    EXPECT_TRUE(browser.WaitForThread("title (60)"));
+    for (size_t reload = 2; reload < 8; reload++) {
+        browser.SelectThread("1.dat");
+        server.WaitForRequest(reload);
+        EXPECT_EQ(browser.Text(), Shown(1, kMany));
+        EXPECT_EQ(Place(browser), kPlace);
+    }
+    EXPECT_EQ(fFolder.Read(kFile), Posts(1, kMany));
+}
+
+TEST_F(ArticleWorker, AFailedReloadFromScratchLosesNothing) {
+    const std::string half = Answer(Posts(1, 3));
+    RawServer server({RawServer::Reply("HTTP/1.1 304 Not Modified\r\n\r\n"),
+                      RawServer::Reply("HTTP/1.1 404 Not Found\r\n\r\n"),
+                      RawServer::CutAfter(half.size() - 5, half),
+                      RawServer::Reply(Answer(Posts(1, 2), "206 Partial Content")),
+                      RawServer::Stall("HTTP/1.1 200 OK\r\n\r\n" + Posts(1, 2))});
+    CacheWithPlace();
+    const std::string attributes =
+        fFolder.Read("2ch/2chCache/board.example/news/.attributes/1.dat");
+    Browser browser(server.Port());
+    browser.SelectThread("1.dat");
+    EXPECT_TRUE(browser.WaitForThread("title (60)"));
+    for (const char* alert : {"404 Not Found\r", "", "206 Partial Content\r"}) {
+        ReloadFromScratch(browser);
+        if (*alert != '\0') {
+            EXPECT_EQ(WaitForAlert(), alert);
+            DismissAlert();
+        }
+        EXPECT_TRUE(browser.WaitForStatus(*alert == '\0' ? "途中で切れました" : ""));
+        EXPECT_TRUE(WaitForTheCachedPosts(browser)) << alert;
+        EXPECT_EQ(Time(), kDate);
+        EXPECT_EQ(Count(), kMany);
+    }
+    ReloadFromScratch(browser);
+    EXPECT_TRUE(browser.WaitUntil([&] { return Shown(1, 2) == browser.Article()->GetText(); }));
+    // What a kill at this point leaves, and what other windows see.
+    EXPECT_EQ(fFolder.Read(kFile), Posts(1, kMany));
+    EXPECT_EQ(Time(), kDate);
+    EXPECT_EQ(fFolder.Read("2ch/2chCache/board.example/news/.attributes/1.dat"), attributes);
+    browser.SelectBoard(Browser::kBoard, kMsgBoardSelectedCached);
+    EXPECT_TRUE(browser.WaitForTitle("ニュース (1)"));
+    EXPECT_EQ(browser.Column(kColumnDat), std::vector<std::string>{"1.dat"});
+}
+
+TEST_F(ArticleWorker, AReloadFromScratchPutsTheWholeThreadInThePlaceOfTheCopy) {
+    RawServer server({RawServer::Reply("HTTP/1.1 304 Not Modified\r\n\r\n"),
+                      RawServer::Reply(Answer(Posts(1, 3), "200 OK", kLater)),
+                      RawServer::Reply(Answer(Post(4), "206 Partial Content"))});
+    CacheWithPlace();
+    Browser browser(server.Port());
+    browser.SelectThread("1.dat");
+    EXPECT_TRUE(browser.WaitForThread("title (60)"));
+    ReloadFromScratch(browser);
+    EXPECT_TRUE(browser.WaitForThread("title (3)"));
+    EXPECT_EQ(browser.Text(), Shown(1, 3));
+    EXPECT_EQ(fFolder.Read(kFile), Posts(1, 3));
+    EXPECT_EQ(Time(), kLater);
+    EXPECT_EQ(Count(), 3);
+    EXPECT_FALSE(Has(server.WaitForRequest(1), "Range"));
+    EXPECT_FALSE(Has(server.WaitForRequest(1), "If-Modified-Since"));
+    browser.SelectThread("1.dat");
+    EXPECT_TRUE(browser.WaitForThread("title (4)"));
+    EXPECT_EQ(fFolder.Read(kFile), Posts(1, 4));
+}
+
+TEST_F(ArticleWorker, ACopyBehindASymbolicLinkIsAskedForOnce) {
+    Cache(Posts(1, 2), 2);
+    std::filesystem::rename(fFolder / kFile, fFolder / "elsewhere");
+    std::filesystem::create_symlink(fFolder / "elsewhere", fFolder / kFile);
+    RawServer server({RawServer::Reply(Answer(Post(3), "206 Partial Content"))});
+    Browser browser(server.Port());
+    browser.SelectThread("1.dat");
+    EXPECT_TRUE(browser.WaitForThread("title (3)"));
+    EXPECT_EQ(fFolder.Read("elsewhere"), Posts(1, 3));
+    EXPECT_EQ(server.CountConnections(), 1u);
 }
 
 TEST_F(ArticleWorker, AStoppedDownloadKeepsWhatCameAndShowsNothingMore) {
@@ -249,8 +431,8 @@ TEST_F(ArticleWorker, TwoWindowsOnOneThreadDoNotMixTheirLines) {
     first.SelectThread("1.dat");
     EXPECT_TRUE(first.WaitUntil([&] { return Shown(1, 2) == first.Article()->GetText(); }));
     second.SelectThread("1.dat");
-    server.WaitForRequest(1);
-    EXPECT_TRUE(second.WaitForStatus(""));
+    EXPECT_TRUE(second.WaitForThread("title (2)"));
+    EXPECT_EQ(second.Text(), Shown(1, 2));
     EXPECT_EQ(fFolder.Read(kFile), Posts(1, 2));
 }
 
@@ -271,16 +453,44 @@ TEST_F(ArticleWorker, OfflineAThreadThatWasNeverReadIsAnAlert) {
     EXPECT_FALSE(fFolder.Has("2ch"));
 }
 
-TEST_F(ArticleWorker, NamesThatLeadElsewhereAreRefused) {
+TEST_F(ArticleWorker, NamesThatLeadElsewhereAreNotEvenAskedFor) {
     RawServer server({RawServer::Reply(Answer(Post(1)))});
     Browser browser(server.Port());
-    browser.SelectThread("../../x.dat");
-    browser.SelectThread("1234567890123456.dat");
-    browser.WaitForStatus("");
     browser.SelectThread("2.dat");
     EXPECT_TRUE(browser.WaitForThread("title (1)"));
+    for (const char* name : {"../../x.dat", "1234567890123456.dat", ".attributes", "", "a/b"}) {
+        browser.Locked([&] { return browser.Status()->DrawBar("", 0), true; }, false);
+        browser.SelectThread(name);
+        EXPECT_TRUE(browser.WaitForStatus("この名前のスレッドは開けません")) << name;
+        EXPECT_EQ(browser.Text(), Shown(1, 1));
+    }
+    EXPECT_EQ(server.CountConnections(), 1u);
     EXPECT_FALSE(fFolder.Has("2ch/x.dat"));
-    EXPECT_FALSE(fFolder.Has("2ch/2chCache/x.dat"));
+}
+
+// Whatever told that the body was not all.
+TEST_F(ArticleWorker, ACutIsToldAndGivesTheRowNoTick) {
+    const std::string rows = "1.dat<>title (9)\n";
+    RawServer server({RawServer::Reply("HTTP/1.1 200 OK\r\n\r\n" + rows),
+                      RawServer::Reply("HTTP/1.1 200 OK\r\n\r\n" + Posts(1, 2) + "n3<>"),
+                      RawServer::Reply("HTTP/1.1 206 Partial Content\r\nContent-Range: bytes " +
+                                       std::to_string(Posts(1, 2).size()) + "-" +
+                                       std::to_string(Posts(1, 3).size() - 1) + "/" +
+                                       std::to_string(Posts(1, 4).size()) + "\r\n\r\n" + Post(3))});
+    Browser browser(server.Port());
+    browser.SelectBoard();
+    EXPECT_TRUE(browser.WaitForTitle("ニュース (1)"));
+    for (int32 count : {2, 3}) {
+        browser.SelectThread("1.dat");
+        EXPECT_TRUE(browser.WaitUntil([&] { return Count() == count; }));
+        EXPECT_TRUE(browser.WaitForStatus("途中で切れました"));
+        EXPECT_EQ(browser.Text(), Shown(1, count));
+        EXPECT_EQ(Time(), kEpoch);
+        EXPECT_TRUE(browser.WaitUntil([&] {
+            const NPThreadItem* row = browser.Threads()->List()->ThreadAt(0);
+            return row->State() == kNewPosts && row->Gotten() == count;
+        }));
+    }
 }
 
 TEST_F(ArticleWorker, ReadingARowsThreadUpdatesTheRow) {
