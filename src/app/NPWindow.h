@@ -98,7 +98,6 @@ private:
     void _StartSubject(BMessage* message, Entry entry, const char* name, bool online);
     std::unique_ptr<ThreadJob> _MakeThreadJob(BMessage* message);
     void _StartThread(std::unique_ptr<ThreadJob> job, Entry entry, const char* name);
-    bool _FillProxy(ProxySetting* proxy) const;
     void _StopWorker(std::shared_ptr<WorkerControl>* worker);
     bool _EndWorker(std::shared_ptr<WorkerControl>* worker, const BMessage* completion);
     void BookmarkSelected();
@@ -123,6 +122,8 @@ private:
     void Search(const char* text, uint8 where);
     void _SearchTitles(const char* text);
     void _SearchArticle(const char* text);
+
+    bool _MustStay() const;
 
     // Requests for new windows
     void _ForwardWithFrame(BMessage* message);

@@ -146,6 +146,10 @@ int32 NPHttp::ReadLine(char* buffer, size_t size) {
     return status == 0 ? _readLine(buffer, size) : status;
 }
 
+int32 NPHttp::ReadReceived(void* buffer, size_t size) {
+    return fReader.Read(buffer, size, [](void*, size_t) { return 0; });
+}
+
 void NPHttp::Close() {
     if (fEndpoint != nullptr) {
         fEndpoint->Close();

@@ -54,6 +54,8 @@ public:
     const StatusRecord* Status(); // null when the headers can't be read
     int32 Read(void* buffer, size_t size);
     int32 ReadLine(char* buffer, size_t size);
+    // Body bytes that have been received already, such as an unfinished last line's; never waits.
+    int32 ReadReceived(void* buffer, size_t size);
 
     // The value of the last header of that name, ignoring case; null when there is none.
     const char* FindHeader(const char* name) const { return fHead.Find(name); }

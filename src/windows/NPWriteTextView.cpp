@@ -67,6 +67,26 @@ void NPWriteTextView::AttachedToWindow() {
     SetViewColor(ui_color(B_DOCUMENT_BACKGROUND_COLOR));
 }
 
+void NPWriteTextView::InsertText(const char* text, int32 length, int32 offset,
+                                 const text_run_array* runs) {
+    BTextView::InsertText(text, length, offset, runs);
+    _Tell(kMsgTextChanged);
+}
+
+void NPWriteTextView::DeleteText(int32 fromOffset, int32 toOffset) {
+    BTextView::DeleteText(fromOffset, toOffset);
+    _Tell(kMsgTextChanged);
+}
+
+void NPWriteTextView::Pulse() {
+    _Tell(kMsgTextRests);
+}
+
+void NPWriteTextView::_Tell(uint32 what) {
+    if (Window() != nullptr)
+        Window()->PostMessage(what);
+}
+
 void NPWriteTextView::MakeUsable(bool usable) {
     MakeEditable(usable);
     SetViewColor(ui_color(usable ? B_DOCUMENT_BACKGROUND_COLOR : B_PANEL_BACKGROUND_COLOR));

@@ -2,6 +2,8 @@
 #include "text/html.h"
 #include "workers/ArticleWorkers.h"
 
+#include <cstdio>
+
 ArticleReader::ArticleReader(const ThreadJob& job)
     : Worker(job.window, job.control), fJob(job), fUrl(job.url.c_str()) {}
 
@@ -14,6 +16,9 @@ bool ArticleReader::ShowLine(char* line, int32 length, Encoding encoding) {
     line[length] = '\0';
     TruncateNullChar(line, static_cast<uint32>(length));
     const bool parsed = parseArticle(line, &fArticle, encoding == Encoding::kCp932) == 0;
+    // A line that was made of a page shows by this where the page was another than expected.
+    if (!parsed && encoding == Encoding::kUtf8)
+        printf("parseArticle() error\n");
     const bool hasTitle = parsed && fArticle.title != nullptr;
     if (hasTitle)
         fTitle = fArticle.title;

@@ -1,5 +1,6 @@
 #include "support/AlertWatch.h"
 #include "support/Browser.h"
+#include "support/MessageCounter.h"
 #include "support/RawServer.h"
 #include "support/ScratchFolder.h"
 
@@ -162,4 +163,44 @@ TEST(SubjectWorker, AWindowClosesWhileItsBoardLoads) {
     EXPECT_TRUE(browser.WaitForStatus("board.exampleから受信中"));
     browser.Close();
     EXPECT_FALSE(browser.Messenger().IsValid());
+}
+
+TEST(ProxySetting, OneThatDoesNotFitStopsNothingAndIsTold) {
+    ScratchFolder folder;
+    MessageCounter cursor(kMsgBusyCursor);
+    RawServer server({RawServer::Stall(Answer("1.dat<>a (1)\n"))});
+    Browser browser(server.Port());
+    WaitForAlert(); // there is no menu
+    DismissAlert();
+    browser.SelectBoard();
+    EXPECT_TRUE(browser.WaitForStatus("board.exampleから受信中"));
+    browser.SelectThread("1.dat");
+    server.WaitForRequest(1);
+    EXPECT_TRUE(server::testing::WaitUntil([&] { return cursor.Count() == 2; }));
+    const struct {
+        const char* key;
+        std::string value;
+        std::string name;
+    } cases[] = {
+        {"proxy_port", "12345678", "ポート"},
+        {"proxy_port", "65536", "ポート"},
+        {"proxy_port", "x", "ポート"},
+        {"proxy_host", std::string(64, 'h'), "ホスト"},
+    };
+    const auto expectAlert = [](const std::string& text) {
+        EXPECT_EQ(WaitForAlert(), text);
+        DismissAlert();
+    };
+    for (const auto& test : cases) {
+        browser.Settings().Replace(test.key, test.value.c_str());
+        const std::string text = "プロキシの" + test.name + "が正しくありません: " + test.value;
+        browser.SelectBoard("http://other.example/news/");
+        expectAlert(text);
+        browser.SelectThread("2.dat");
+        expectAlert(text);
+        browser.Messenger().SendMessage(kMsgStartPatrol);
+        expectAlert(text);
+        browser.Settings().Replace(test.key, "1");
+    }
+    EXPECT_EQ(cursor.Count(), 2); // nobody gave it back
 }
