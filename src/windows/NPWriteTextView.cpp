@@ -56,8 +56,9 @@ std::string Quoted(const std::string& text) {
 
 NPWriteTextView::NPWriteTextView(BRect frame, Bindings bindings)
     : BTextView(frame, "message", frame.OffsetToCopy(0, 0).InsetByCopy(kInset, kInset),
-                B_FOLLOW_ALL_SIDES, B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE | B_PULSE_NEEDED),
+                B_FOLLOW_ALL_SIDES, B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE),
       fBindings(bindings) {
+    SetFlags(Flags() | B_PULSE_NEEDED); // a text view asks for none by itself
     SetDoesUndo(true);
     SetWordWrap(true);
 }
