@@ -204,3 +204,17 @@ TEST(ProxySetting, OneThatDoesNotFitStopsNothingAndIsTold) {
     }
     EXPECT_EQ(cursor.Count(), 2); // nobody gave it back
 }
+
+TEST(CgiDownload, ALineThatCantBeSplitIsCountedAndTraced) {
+    ScratchFolder folder;
+    MakeCached("1.cgi", "no post\n", 1, kDate);
+    RawServer server({RawServer::Reply(Answer("<dl>\n"))});
+    Browser browser(server.Port());
+    testing::internal::CaptureStdout();
+    browser.SelectThread("1.cgi");
+    EXPECT_TRUE(browser.WaitUntil(
+        [&] { return std::string(browser.Article()->GetTitle()).ends_with("(1)"); }));
+    fflush(stdout);
+    EXPECT_NE(testing::internal::GetCapturedStdout().find("parseArticle() error\n"),
+              std::string::npos);
+}
