@@ -42,6 +42,7 @@ thread_id BLooper::Run() {
     core.fThread = thread;
     status_t status = resume_thread(thread);
     if (status != B_OK) {
+        kill_thread(thread);
         core.fThread = B_ERROR;
         return status;
     }

@@ -6,6 +6,8 @@
 #include <Entry.h>
 #include <Path.h>
 
+#include <algorithm>
+#include <cctype>
 #include <cstring>
 
 namespace {
@@ -19,6 +21,15 @@ status_t OpenFolder(const char* path) {
         return B_ENTRY_NOT_FOUND;
     server::OpenPath(path);
     return B_OK;
+}
+
+// What has none could be taken for an option, or for a file.
+bool HasScheme(const char* url) {
+    const size_t length = strcspn(url, ":");
+    return url[length] == ':' && isalpha(static_cast<unsigned char>(url[0])) != 0 &&
+           std::all_of(url, url + length, [](unsigned char byte) {
+               return isalnum(byte) != 0 || byte == '+' || byte == '-' || byte == '.';
+           });
 }
 
 bool IsOurs(const char* signature) {
@@ -59,8 +70,9 @@ status_t BRoster::Launch(const char* mimeType, int argc, const char* const* args
         return B_BAD_VALUE;
     if (isFolder)
         return OpenFolder(args[0]);
-    server::OpenUrl(args[0]);
-    return B_OK;
+    if (!HasScheme(args[0]))
+        return B_BAD_VALUE;
+    return server::OpenUrl(args[0]) == B_OK ? B_OK : B_LAUNCH_FAILED;
 }
 
 status_t BRoster::Launch(const char* mimeType, BMessage*, team_id* appTeam) const {

@@ -43,6 +43,9 @@ enum {
 // The name is cut to B_OS_NAME_LENGTH - 1 bytes.
 thread_id spawn_thread(thread_func function, const char* name, int32 priority, void* data);
 status_t resume_thread(thread_id thread); // B_BAD_THREAD_STATE when it runs already
+// Frees a thread that stands still yet. One that has been resumed can't be ended from outside here:
+// B_NOT_ALLOWED.
+status_t kill_thread(thread_id thread);
 // Returns when the thread has ended; B_BAD_THREAD_ID for an unknown one. The last few that ended
 // are remembered.
 status_t wait_for_thread(thread_id thread, status_t* exitValue);

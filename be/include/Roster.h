@@ -24,8 +24,8 @@ struct app_info {
     char signature[B_MIME_TYPE_LENGTH] = "";
 };
 
-// The running program, and the desktop's other programs. Any thread; launching never waits for the
-// launched.
+// The running program, and the desktop's other programs. Any thread; launching a URL waits until it
+// has been taken, which may take some seconds.
 class BRoster {
 public:
     BRoster() = default;
@@ -37,7 +37,8 @@ public:
     status_t GetActiveAppInfo(app_info* info) const;
 
     // A signature "application/x-vnd.Be.URL.<scheme>" opens args[0] in the desktop's program for
-    // it; "application/x-vnd.Be-directory" opens the folder args[0] in the file manager; any other
+    // it, byte for byte; B_LAUNCH_FAILED when nobody takes it, B_BAD_VALUE when it has no scheme.
+    // "application/x-vnd.Be-directory" opens the folder args[0] in the file manager; any other
     // gives B_LAUNCH_FAILED_APP_NOT_FOUND. An entry_ref opens that file or folder.
     status_t Launch(const char* mimeType, int argc, const char* const* args,
                     team_id* appTeam = nullptr) const;

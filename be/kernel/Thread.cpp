@@ -181,6 +181,17 @@ status_t resume_thread(thread_id id) {
     return B_OK;
 }
 
+status_t kill_thread(thread_id id) {
+    std::lock_guard guard(table().mutex);
+    const std::shared_ptr<Thread> thread = threadWithId(id);
+    if (!thread)
+        return B_BAD_THREAD_ID;
+    if (thread->fIsResumed)
+        return B_NOT_ALLOWED;
+    table().threads.erase(id);
+    return B_OK;
+}
+
 status_t wait_for_thread(thread_id id, status_t* exitValue) {
     if (id == find_thread(nullptr))
         return B_ERROR;

@@ -1,6 +1,7 @@
 #include "server/Desktop.h"
 
 #include "interface/SystemFonts.h"
+#include "server/Opener.h"
 #include "server/Server.h"
 
 #include <QClipboard>
@@ -33,10 +34,16 @@ bool Recorded(const std::string& launch) {
     return sRecording;
 }
 
-void Open(const std::string& name, const QUrl& url) {
-    if (Recorded(name) || !url.isValid())
-        return;
-    Post([url] { QDesktopServices::openUrl(url); });
+// Without the desktop's own opener. The toolkit writes some addresses anew: such a one is not what
+// was asked for.
+status_t OpenByToolkit(const std::string& address) {
+    const QByteArray bytes = QByteArray::fromStdString(address);
+    const QUrl url = QUrl::fromEncoded(bytes, QUrl::TolerantMode);
+    if (!url.isValid() || url.toEncoded() != bytes)
+        return B_BAD_VALUE;
+    bool isOpen = false;
+    Call([&] { isOpen = QDesktopServices::openUrl(url); });
+    return isOpen ? B_OK : B_ERROR;
 }
 
 // Server thread only
@@ -79,12 +86,18 @@ std::string PrimarySelection() {
     return result;
 }
 
-void OpenUrl(const std::string& url) {
-    Open(url, QUrl::fromEncoded(QByteArray::fromStdString(url), QUrl::TolerantMode));
+status_t OpenUrl(const std::string& url) {
+    if (Recorded(url))
+        return B_OK;
+    const status_t status = RunOpener(url);
+    return status == B_ENTRY_NOT_FOUND ? OpenByToolkit(url) : status;
 }
 
 void OpenPath(const std::string& path) {
-    Open(path, QUrl::fromLocalFile(QString::fromStdString(path)));
+    if (!Recorded(path))
+        Post([path] {
+            QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(path)));
+        });
 }
 
 void RecordLaunches() {

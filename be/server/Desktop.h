@@ -21,9 +21,10 @@ void SetClipboardText(const std::string& utf8);
 void OfferPrimarySelection(const std::string& utf8);
 std::string PrimarySelection();
 
-// Any thread; returns at once. Opens a URL in the desktop's program for it; an absolute path opens
-// a file or folder.
-void OpenUrl(const std::string& url);
+// Opens a URL in the desktop's program for it, as it stands: an error when nobody takes it so. Any
+// thread but the server's; may take a few seconds.
+status_t OpenUrl(const std::string& url);
+// An absolute path opens a file or folder. Any thread; returns at once.
 void OpenPath(const std::string& path);
 void RecordLaunches();
 std::vector<std::string> RecordedLaunches();

@@ -76,6 +76,8 @@ constexpr uint32 kMsgPostDone =
     'mWMF'; // post worker: "unconfirmed" bool when the server's answer was lost
 constexpr uint32 kMsgNameChosen = 'mWMM'; // menus of earlier entries: "text" string
 constexpr uint32 kMsgMailChosen = 'mWMN';
+constexpr uint32 kMsgTextChanged = 'mWTC';    // its editor and fields
+constexpr uint32 kMsgTextRests = 'mWTR';      // its editor, when nothing has changed for a while
 constexpr uint32 kMsgActivateWindow = 'mWMA'; // to any window that opens once: it is wanted again
 constexpr uint32 kMsgQuotePaste = 'mTQP';     // the editor's own menu
 

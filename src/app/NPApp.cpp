@@ -8,7 +8,9 @@
 #include "widgets/Alerts.h"
 #include "windows/NPAboutWindow.h"
 #include "windows/NPUpdateWindow.h"
+#include "windows/WriteWindowSlots.h"
 
+#include <Alert.h>
 #include <Cursor.h>
 #include <Directory.h>
 #include <FindDirectory.h>
@@ -21,6 +23,7 @@ namespace {
 constexpr bigtime_t kBusyRate = 100000; // microseconds a frame
 constexpr bigtime_t kLockTime =
     1000000; // microseconds; a window that shows an alert is passed over
+constexpr bigtime_t kAlertLockTime = 100000; // microseconds; an alert is held by nobody for longer
 constexpr float kCascade = 20;
 const BRect kFirstFrame(50, 50, 600, 550);
 
@@ -39,6 +42,10 @@ NPApp::NPApp() : BApplication(kSignature) {}
 
 void NPApp::ReadyToRun() {
     InitPrefs();
+    _OpenFirstWindow();
+}
+
+void NPApp::_OpenFirstWindow() {
     BRect frame = kFirstFrame;
     fSettings->Get("window_frame", &frame);
     CreateNewWindow(frame, false, BMessenger());
@@ -80,11 +87,30 @@ bool NPApp::QuitRequested() {
     if (fSettings == nullptr)
         return BApplication::QuitRequested();
     fSettings->Save();
-    const bool quits = BApplication::QuitRequested();
+    _DismissAlerts();
+    // A text that can't be kept may hold up the end: its window is asked while all others stand.
+    Unlock();
+    const bool isAllKept = CloseWriteWindows();
+    Lock();
+    const bool quits = isAllKept && BApplication::QuitRequested();
     // The windows wrote their layout as they closed.
     if (quits)
         fSettings->Save();
+    else if (fWindowCount <= 0) // the last one was faster than the question
+        _OpenFirstWindow();
     return quits;
+}
+
+// Who waits for an answer holds a window that is going to be asked.
+void NPApp::_DismissAlerts() {
+    for (int32 i = CountWindows() - 1; i >= 0; i--) {
+        BWindow* window = WindowAt(i);
+        if (window == nullptr || window->LockWithTimeout(kAlertLockTime) != B_OK)
+            continue;
+        if (dynamic_cast<BAlert*>(window) != nullptr)
+            window->PostMessage(B_QUIT_REQUESTED);
+        window->Unlock();
+    }
 }
 
 void NPApp::AboutRequested() {
@@ -218,24 +244,17 @@ void NPApp::_ActivateNextWindow() {
 
 // The window is recorded only while it is being opened: several updates may run at once.
 void NPApp::_UpdateBoardMenu(BMessage* message) {
-    if (fUpdateWindow != nullptr)
+    NPUpdateWindow::Setup setup;
+    if (fUpdateWindow != nullptr || !ReadProxy(*fSettings, &setup.proxy))
         return;
-    _OpenUpdateWindow().SendMessage(kMsgBeginUpdate);
+    _OpenUpdateWindow(&setup).SendMessage(kMsgBeginUpdate);
     _UpdateEnded(message);
 }
 
-BMessenger NPApp::_OpenUpdateWindow() {
-    NPUpdateWindow::Setup setup;
-    BString host;
-    BString port;
-    setup.application = be_app_messenger;
-    setup.folder = BoardFolder();
-    fSettings->Get("proxy", &setup.proxy.use);
-    if (fSettings->Get("proxy_host", &host) != B_OK || fSettings->Get("proxy_port", &port) != B_OK)
-        setup.proxy.use = false;
-    setup.proxy.host = host.String();
-    setup.proxy.port = port.String();
-    fUpdateWindow = new NPUpdateWindow(setup);
+BMessenger NPApp::_OpenUpdateWindow(NPUpdateWindow::Setup* setup) {
+    setup->application = be_app_messenger;
+    setup->folder = BoardFolder();
+    fUpdateWindow = new NPUpdateWindow(*setup);
     const BMessenger messenger(fUpdateWindow);
     fUpdateWindow->Show();
     return messenger;

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "settings/SettingsFile.h"
+#include "windows/NPUpdateWindow.h"
 
 #include <Application.h>
 #include <Messenger.h>
 #include <Rect.h>
 
-class NPUpdateWindow;
+#include <atomic>
+
 class NPWindow;
 
 constexpr const char* kSignature = "application/x-vnd.Itamori";
@@ -32,9 +34,13 @@ public:
 
     // Shared with every window; lives until the process ends.
     SettingsFile* Settings() const { return fSettings; }
+    // Whether the program ends with the browser window that asks. Any thread.
+    bool IsLastWindow() const { return fWindowCount == 1; }
 
 private:
     void InitPrefs();
+    void _OpenFirstWindow();
+    void _DismissAlerts();
     BMessenger CreateNewWindow(BRect frame, bool threadOnly, const BMessenger& parent);
     void _Broadcast(const BMessage& message);
 
@@ -47,12 +53,12 @@ private:
     void _ActivateNextWindow();
     void _UpdateBoardMenu(BMessage* message);
     void _UpdateEnded(BMessage* message);
-    BMessenger _OpenUpdateWindow();
+    BMessenger _OpenUpdateWindow(NPUpdateWindow::Setup* setup);
     void _WindowClosed();
     void _ChangeBusyCursor(BMessage* message);
 
     SettingsFile* fSettings = nullptr;
-    int32 fWindowCount = 0;
+    std::atomic<int32> fWindowCount = 0; // written by the application's thread alone
     int32 fBusyCount = 0;
     NPUpdateWindow* fUpdateWindow = nullptr; // while it is being opened
     bool fShowsBusy = false;

@@ -1,12 +1,14 @@
 #include "app/NPWindow.h"
 
 #include "app/Messages.h"
+#include "app/NPApp.h"
 #include "settings/SettingsFile.h"
 #include "views/NPArticleView.h"
 #include "views/NPBitmapButton.h"
 #include "views/NPBoardView.h"
 #include "views/NPProgressView.h"
 #include "views/NPThreadView.h"
+#include "windows/WriteWindowSlots.h"
 
 #include <Application.h>
 #include <Bitmap.h>
@@ -205,7 +207,19 @@ void NPWindow::PostProgressData(const char* text, int32 value) {
     fProgressView->DrawBar(text, value);
 }
 
+// The program would end with the last one: the application asks for the texts first that are not
+// sent, and then closes this window with the others.
+bool NPWindow::_MustStay() const {
+    const NPApp* application = dynamic_cast<NPApp*>(be_app);
+    if (application == nullptr || !application->IsLastWindow() || OpenWriteWindows().empty())
+        return false;
+    be_app_messenger.SendMessage(B_QUIT_REQUESTED);
+    return true;
+}
+
 bool NPWindow::QuitRequested() {
+    if (_MustStay())
+        return false;
     _StopWorker(&fSubjectWorker);
     _StopWorker(&fArticleWorker);
     if (fPatrolling)

@@ -104,7 +104,6 @@ private:
     bool _CanAskFor(const BMessage* message);
     std::unique_ptr<ThreadJob> _MakeThreadJob(BMessage* message);
     void _StartThread(std::unique_ptr<ThreadJob> job, Entry entry, const char* name);
-    bool _FillProxy(ProxySetting* proxy) const;
     bool _ListsFor(port_id request) const;
     void _StopWorker(std::shared_ptr<WorkerControl>* worker);
     bool _EndWorker(std::shared_ptr<WorkerControl>* worker, const BMessage* completion);
@@ -130,6 +129,8 @@ private:
     void Search(const char* text, uint8 where);
     void _SearchTitles(const char* text);
     void _SearchArticle(const char* text);
+
+    bool _MustStay() const;
 
     // Requests for new windows
     void _ForwardWithFrame(BMessage* message);

@@ -1,6 +1,7 @@
 #include "app/Messages.h"
 #include "app/NPWindow.h"
 #include "cache/NPBookmark.h"
+#include "settings/SettingsFile.h"
 #include "views/NPThreadView.h"
 #include "windows/NPPatrolWindow.h"
 #include "windows/PatrolPlan.h"
@@ -38,6 +39,9 @@ void NPWindow::_StartPatrol() {
         }
         return;
     }
+    ProxySetting proxy;
+    if (!ReadProxy(*fSettings, &proxy))
+        return;
     NPPatrolWindow* patrol = new NPPatrolWindow(BMessenger(this), Frame());
     fPatrolWindow = BMessenger(patrol);
     patrol->Show();
@@ -66,6 +70,11 @@ void NPWindow::_VisitNext(const BMessage* message) {
     if (!fPatrolling || fSubjectWorker != nullptr || fArticleWorker != nullptr ||
         message->FindInt32("index", &visits) != B_OK)
         return;
+    ProxySetting proxy;
+    if (!ReadProxy(*fSettings, &proxy)) {
+        fPatrolWindow.SendMessage(B_QUIT_REQUESTED);
+        return;
+    }
     const PatrolStep step = NextPatrolStep(fThreadView->BookmarkNumbers(), visits);
     switch (step.kind) {
     case PatrolStep::Kind::kVisit: _Visit(fThreadView->List()->ThreadAt(step.row)); break;

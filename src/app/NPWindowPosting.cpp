@@ -11,7 +11,7 @@ void NPWindow::OpenWriteWindow(const PostTarget& target, const char* title, int3
     setup.title = title;
     setup.res = posts;
     setup.browser = BMessenger(this);
-    if (!_FillProxy(&setup.proxy))
+    if (!ReadProxy(*fSettings, &setup.proxy))
         return;
     char family[64];
     char style[64];

@@ -108,18 +108,6 @@ void NPWindow::_StopWorker(std::shared_ptr<WorkerControl>* worker) {
     worker->reset();
 }
 
-bool NPWindow::_FillProxy(ProxySetting* proxy) const {
-    char host[64];
-    char port[64];
-    GetProxy(&proxy->use, &host, &port);
-    proxy->host = host;
-    proxy->port = port;
-    if (!proxy->use || proxy->port.size() <= kLongestProxyPort)
-        return true;
-    fprintf(stderr, "settings: \"%s\" is no proxy port\n", port);
-    return false;
-}
-
 void NPWindow::BoardSelected(BMessage* message) {
     _StartSubject(message, getSubject, "getSubject", true);
 }
@@ -132,7 +120,8 @@ void NPWindow::_StartSubject(BMessage* message, Entry entry, const char* name, b
     auto job = std::make_unique<SubjectJob>();
     BString board;
     if (fThreadOnly || fPatrolling || message->FindString("board", &board) != B_OK ||
-        !FindName(message, "url", kLongestUrl, &job->url))
+        !FindName(message, "url", kLongestUrl, &job->url) ||
+        (online && !ReadProxy(*fSettings, &job->proxy)))
         return;
     if (fSubjectWorker != nullptr) {
         _StopWorker(&fSubjectWorker);
@@ -141,8 +130,6 @@ void NPWindow::_StartSubject(BMessage* message, Entry entry, const char* name, b
     fBoardName = CutAtCharacter(board.String(), kLongestBoardName);
     job->board = fBoardName;
     job->window = fLink;
-    if (online && !_FillProxy(&job->proxy))
-        return;
     job->control = fSubjectWorker = std::make_shared<WorkerControl>("subject_port");
     if (!SpawnWorker(entry, name, &job))
         fSubjectWorker.reset();
@@ -197,11 +184,13 @@ bool NPWindow::_CanAskFor(const BMessage* message) {
 }
 
 void NPWindow::ThreadSelected(BMessage* message) {
-    if (!_CanAskFor(message))
+    ProxySetting proxy;
+    if (!_CanAskFor(message) || !ReadProxy(*fSettings, &proxy))
         return;
     std::unique_ptr<ThreadJob> job = _MakeThreadJob(message);
-    if (job == nullptr || !_FillProxy(&job->proxy))
+    if (job == nullptr)
         return;
+    job->proxy = proxy;
     if (job->dat.find("cgi") != job->dat.npos)
         _StartThread(std::move(job), getArticle_cgi, "getArticle_cgi");
     else
@@ -220,8 +209,10 @@ void NPWindow::_StartThread(std::unique_ptr<ThreadJob> job, Entry entry, const c
     job->control = fArticleWorker = std::make_shared<WorkerControl>("article_port");
     if (!job->bookmark)
         fArticleView->ShowThread(fArticleWorker->Port(), job->url.c_str(), job->dat.c_str());
-    if (!SpawnWorker(entry, name, &job))
-        fArticleWorker.reset();
+    if (SpawnWorker(entry, name, &job))
+        return;
+    fArticleWorker.reset();
+    _AskPatrolForNext(); // the visit that had to go for this one tells it nothing any more
 }
 
 // Ends the present worker if the completion is its own: one of a replaced worker, or one that a

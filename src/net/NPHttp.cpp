@@ -153,6 +153,10 @@ int32 NPHttp::ReadPart(char* buffer, size_t size) {
     return fReader.ReadPart(buffer, size, [this](void* to, size_t n) { return _Receive(to, n); });
 }
 
+int32 NPHttp::ReadReceived(void* buffer, size_t size) {
+    return fReader.Read(buffer, size, [](void*, size_t) { return 0; });
+}
+
 void NPHttp::Close() {
     if (fEndpoint != nullptr) {
         fEndpoint->Close();

@@ -58,6 +58,8 @@ public:
     int32 ReadPart(char* buffer, size_t size);
     // Whether the body, as far as it has come, ends inside a line.
     bool IsInsideLine() const { return fReader.IsInsideLine(); }
+    // Body bytes that have been received already, such as an unfinished last line's; never waits.
+    int32 ReadReceived(void* buffer, size_t size);
 
     // The value of the last header of that name, ignoring case; null when there is none.
     const char* FindHeader(const char* name) const { return fHead.Find(name); }

@@ -1,7 +1,10 @@
 #include "post/PostAnswer.h"
 
+#include "text/Utf8Cut.h"
 #include "text/cp932.h"
 #include "text/html.h"
+
+#include <String.h>
 
 #include <string_view>
 
@@ -13,15 +16,31 @@ constexpr std::string_view kSuccess = "refresh";
 constexpr std::string_view kTitleEnd = "</title>";
 constexpr std::string_view kLineBreak = "<br";
 
-} // namespace
-
-void PostAnswer::AddLine(const char* line, int32 length) {
+std::string ToUtf8(const char* line, int32 length) {
     std::string converted(static_cast<size_t>(length) * 3, '\0');
     int32 written = 0;
     cp932_conv_to_utf8(line, &length, converted.data(), &written);
     converted.resize(static_cast<size_t>(RemoveNulls(converted.data(), written)));
+    return converted;
+}
+
+std::string Decoded(const std::string& words) {
+    BString text(words.c_str());
+    ReplaceHTMLEscapeString(&text);
+    const std::string decoded = text.String();
+    return decoded.find_first_not_of(" \r\n") == decoded.npos ? "" : decoded;
+}
+
+} // namespace
+
+void PostAnswer::AddLine(const char* line, int32 length) {
+    const std::string converted = ToUtf8(line, length);
     if (fText.size() + converted.size() <= kLongestAnswer)
         fText += converted;
+}
+
+void PostAnswer::AddUnfinishedLine(const char* line, int32 length) {
+    fText += CutAtCharacter(ToUtf8(line, length).c_str(), kLongestAnswer - fText.size());
 }
 
 bool PostAnswer::IsSuccess() const {
@@ -53,5 +72,5 @@ std::string PostAnswer::ErrorText() const {
             text += byte;
         }
     }
-    return text;
+    return Decoded(text);
 }

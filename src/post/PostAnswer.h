@@ -10,11 +10,14 @@ class PostAnswer {
 public:
     // A line of the page, cp932. What does not convert is kept as far as it does.
     void AddLine(const char* line, int32 length);
+    // What arrived of a last line: as much of it as fits.
+    void AddUnfinishedLine(const char* line, int32 length);
 
     // Servers send the reader back to the thread when they took the post, without quotes around
     // the attribute's value; a page that quotes it is something else.
     bool IsSuccess() const;
-    // The text behind the title, without its tags; empty without a title.
+    // The text behind the title, without its tags and with its character references decoded; empty
+    // without a title, or without any word.
     std::string ErrorText() const;
 
 private:

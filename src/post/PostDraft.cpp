@@ -37,26 +37,46 @@ PostDraft::PostDraft(const PostTarget& target) {
     fPath = path.Path();
 }
 
-bool PostDraft::Load(PostText* text) const {
+status_t PostDraft::Load(PostText* text) {
     std::string content;
-    if (ReadWholeFile(fPath.c_str(), &content) != B_OK)
-        return false;
+    const status_t status =
+        fPath.empty() ? B_ENTRY_NOT_FOUND : ReadWholeFile(fPath.c_str(), &content);
+    fIsUnread = status != B_OK && status != B_ENTRY_NOT_FOUND;
+    if (status != B_OK)
+        return status;
     text->name = TakeLine(&content);
     text->mail = TakeLine(&content);
     text->message = content;
-    return true;
+    return B_OK;
 }
 
-status_t PostDraft::Save(const PostText& text) const {
+status_t PostDraft::Save(const PostText& text) {
     if (text == PostText()) {
         Remove();
         return B_OK;
     }
     if (fPath.empty())
         return B_ERROR;
-    return ReplaceFile(fPath.c_str(), OneLine(text.name) + OneLine(text.mail) + text.message);
+    status_t status = fIsUnread ? _SetUnreadAside() : B_OK;
+    if (status == B_OK)
+        status = ReplaceFile(fPath.c_str(), OneLine(text.name) + OneLine(text.mail) + text.message);
+    return status;
 }
 
-void PostDraft::Remove() const {
-    BEntry(fPath.c_str()).Remove();
+status_t PostDraft::_SetUnreadAside() {
+    std::string aside;
+    BEntry entry(fPath.c_str());
+    fIsUnread = entry.Exists(); // a folder on its way may have been what could not be read
+    if (!fIsUnread)
+        return B_OK;
+    for (int number = 1; aside.empty() || BEntry(aside.c_str()).Exists(); number++)
+        aside = fPath + ".unread" + (number > 1 ? std::to_string(number) : "");
+    const status_t status = entry.Rename(aside.c_str(), false);
+    fIsUnread = status != B_OK;
+    return status;
+}
+
+void PostDraft::Remove() {
+    if (!fIsUnread)
+        BEntry(fPath.c_str()).Remove();
 }

@@ -27,5 +27,5 @@ struct PostForm {
 enum class PostCheck { kGood, kNoMessage, kNotEncodable };
 
 // Anything but kGood means that nothing may be sent: a message is missing, or some character of a
-// text has no form in cp932.
+// text has no form in cp932 that comes back as itself.
 PostCheck MakePostForm(const PostTarget& target, const PostText& text, time_t now, PostForm* form);

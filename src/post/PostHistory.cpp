@@ -14,28 +14,21 @@ namespace {
 constexpr size_t kLongestLine = 4096;
 constexpr size_t kLongestWritten = 4094;
 
-// Guards the files and what the last of them left over.
+// Guards the files.
 BLocker& HistoryLock() {
     static BLocker& lock = *new BLocker("post history");
     return lock;
 }
 
-// One reader serves all files: what stands behind the last line feed of one begins the first line
-// that is read next. Files that were written here end with a line feed.
-std::string& CarriedOver() {
-    static std::string& text = *new std::string;
-    return text;
-}
-
-std::vector<std::string> TakeLines(std::string* text) {
+// The end of the file ends its last line, too.
+std::vector<std::string> LinesOf(const std::string& text) {
     std::vector<std::string> lines;
-    size_t start = 0;
-    for (size_t end = text->find('\n'); end != text->npos; end = text->find('\n', start)) {
+    for (size_t start = 0; start < text.size();) {
+        const size_t end = std::min(text.find('\n', start), text.size());
         if (end - start < kLongestLine)
-            lines.push_back(text->substr(start, end - start));
+            lines.push_back(text.substr(start, end - start));
         start = end + 1;
     }
-    text->erase(0, start);
     return lines;
 }
 
@@ -62,11 +55,8 @@ PostHistory::PostHistory(const char* name) {
     fPath = path.Path();
     const BAutolock lock(HistoryLock());
     std::string text;
-    if (ReadWholeFile(fPath.c_str(), &text) != B_OK)
-        return;
-    text.insert(0, CarriedOver());
-    fEntries = TakeLines(&text);
-    CarriedOver() = text.size() < kLongestLine ? text : "";
+    if (ReadWholeFile(fPath.c_str(), &text) == B_OK)
+        fEntries = LinesOf(text);
 }
 
 status_t PostHistory::Add(const std::string& entry) {
@@ -75,8 +65,7 @@ status_t PostHistory::Add(const std::string& entry) {
     const BAutolock lock(HistoryLock());
     std::string old;
     ReadWholeFile(fPath.c_str(), &old);
-    std::string lines = old;
-    for (const std::string& other : TakeLines(&lines)) {
+    for (const std::string& other : LinesOf(old)) {
         if (!Has(fEntries, other))
             fEntries.push_back(other);
     }

@@ -28,6 +28,7 @@ private:
     void _AddCookies();
     void _ReadAnswer(PostAnswer* answer, bool* stopped);
     int32 _Judge(const PostAnswer& answer);
+    void _ShowRefusal(const PostAnswer& answer);
     void _ShowProgress(const std::string& text);
     void PresentAlert(BAlert* alert) override;
     void _Send(BMessage* message) { fJob.window.SendMessage(message); }
@@ -123,19 +124,37 @@ void Posting::_ReadAnswer(PostAnswer* answer, bool* stopped) {
             return;
         answer->AddLine(line, length);
     }
+    // Many a server ends its page without a line feed, and may have said there that it took the
+    // post.
+    const int32 rest = fHttp.ReadReceived(line, sizeof(line));
+    fprintf(stderr, "%.*s\n", static_cast<int>(rest), line);
+    answer->AddUnfinishedLine(line, rest);
+}
+
+// The server's own words; without any, what is known.
+void Posting::_ShowRefusal(const PostAnswer& answer) {
+    const std::string words = answer.ErrorText();
+    const NPHttp::StatusRecord* status = fHttp.Status();
+    if (!words.empty() || status == nullptr) {
+        ShowAlert("%s", words.c_str());
+        return;
+    }
+    const std::string reason = status->reason.substr(0, status->reason.find('\r'));
+    ShowAlert("%s: %ld %s\n書き込まれたかどうかは分かりません。", fJob.target.host.c_str(),
+              static_cast<long>(status->code), reason.c_str());
 }
 
 int32 Posting::_Judge(const PostAnswer& answer) {
     const bool isSuccess = answer.IsSuccess();
     printf("%s\n", isSuccess ? "no err" : "err");
-    fHttp.Close();
     BMessage result(isSuccess ? kMsgPostDone : kMsgPostFailed);
     if (isSuccess) {
+        fHttp.Close();
         _Send(&result);
         _ShowProgress("");
         return 0;
     }
-    ShowAlert("%s", answer.ErrorText().c_str());
+    _ShowRefusal(answer);
     _ShowProgress("");
     result.AddBool("dialog", false);
     _Send(&result);

@@ -78,13 +78,14 @@ status_t SettingsFile::_MakePath(const char* name, const char* folder, int32 whi
 }
 
 status_t SettingsFile::Load() {
-    if (fStatus != B_OK)
-        return fStatus;
     const BAutolock lock(fLock);
-    BFile file(fPath.Path(), B_READ_ONLY);
-    if (file.InitCheck() == B_ENTRY_NOT_FOUND)
-        return B_ENTRY_NOT_FOUND;
-    const status_t status = _Read(&file);
+    BFile file;
+    status_t status = fStatus == B_OK ? file.SetTo(fPath.Path(), B_READ_ONLY) : fStatus;
+    if (fStatus != B_OK || status == B_ENTRY_NOT_FOUND) {
+        MakeEmpty();
+        return status;
+    }
+    status = _Read(&file);
     fBroken = status != B_OK;
     if (fBroken) {
         MakeEmpty();

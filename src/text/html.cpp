@@ -93,8 +93,7 @@ uint32 TruncateNullChar(char* buffer, uint32 length) {
     for (uint32 i = 0; i < length; i++)
         kept += buffer[i] != '\0';
     if (kept == 0) {
-        if (length > 0)
-            buffer[0] = '\0';
+        buffer[0] = '\0';
         return 0;
     }
     const char last = buffer[kept - 1];

@@ -2,6 +2,7 @@
 
 #include "cache/PathNames.h"
 #include "settings/ReplaceFile.h"
+#include "text/Utf8Cut.h"
 #include "text/cp932.h"
 #include "text/html.h"
 
@@ -19,16 +20,16 @@ constexpr size_t kLongestLine = 4095;
 constexpr size_t kLongestField = 1023;
 constexpr std::string_view kWhiteSpace = " \t\r\v\f";
 
-bool StartsPrintable(std::string_view line) {
-    return !line.empty() && line[0] >= 0x20 && line[0] <= 0x7E;
-}
-
-// Takes the next line off the text; false at its end, or at a line that ends the file's content.
+// Takes the next line off the text; false at its end, or at a line that ends the file's content:
+// one that starts with a control character or no ASCII. Only a line feed lets a line start with
+// DEL.
 bool TakeLine(std::string_view* text, std::string_view* line) {
     const size_t feed = text->find('\n');
     *line = text->substr(0, feed);
     text->remove_prefix(feed == text->npos ? text->size() : feed + 1);
-    return StartsPrintable(*line);
+    const unsigned char last = feed == text->npos ? 0x7E : 0x7F;
+    const unsigned char first = line->empty() ? '\0' : static_cast<unsigned char>((*line)[0]);
+    return first >= 0x20 && first <= last;
 }
 
 std::string_view TakeWord(std::string_view* line) {
@@ -45,10 +46,9 @@ bool ParseBoard(std::string_view line, BBSTable::Board* board) {
     const std::string_view server = TakeWord(&line);
     const std::string_view folder = TakeWord(&line);
     const std::string_view title = TakeWord(&line);
-    if (title.empty() || server.size() > kLongestField || folder.size() > kLongestField ||
-        title.size() > kLongestField)
+    if (title.empty() || server.size() > kLongestField || folder.size() > kLongestField)
         return false;
-    board->title = title;
+    board->title = CutAtCharacter(std::string(title).c_str(), kLongestField);
     board->url = "http://" + std::string(server) + "/" + std::string(folder) + "/";
     return true;
 }

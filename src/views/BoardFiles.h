@@ -20,8 +20,8 @@ int32 ReadBoardMenu(const std::string& folder, std::vector<BBSTable::Category>* 
 // Reads the extra board files that "bbs.list" names; what is missing is left out. UTF-8.
 std::vector<BBSTable::Category> ReadExtraBoards(const std::string& folder);
 
-// The names in the text of a "bbs.list": a line each, up to the first that does not start with a
-// printable ASCII character.
+// The names in the text of a "bbs.list": a line each, up to the first that does not start with an
+// ASCII character from the space on.
 std::vector<std::string> ParseBoardList(std::string_view text);
 
 // The text of an extra board file: a line with the category's name, then a line a board with

@@ -4,7 +4,7 @@
 #include "app/NPWindow.h"
 #include "views/Icons.h"
 #include "views/NPBoardItem.h"
-#include "views/NPStringView.h"
+#include "views/OpenInBrowser.h"
 
 #include <MenuItem.h>
 #include <Message.h>

@@ -1,11 +1,11 @@
 #include "views/NPStringView.h"
 
 #include "net/ThreadAddress.h"
+#include "views/OpenInBrowser.h"
 
 #include <Cursor.h>
 #include <InterfaceDefs.h>
 #include <Message.h>
-#include <Roster.h>
 #include <Window.h>
 
 NPStringView::NPStringView(BRect frame)
@@ -37,9 +37,4 @@ void NPStringView::MouseDown(BPoint where) {
 void NPStringView::MouseMoved(BPoint where, uint32, const BMessage*) {
     static const BCursor sLink(B_CURSOR_ID_FOLLOW_LINK);
     SetViewCursor(_IsOnText(where) ? &sLink : B_CURSOR_SYSTEM_DEFAULT);
-}
-
-void OpenInBrowser(const char* address) {
-    const char* arguments[] = {address};
-    be_roster->Launch("application/x-vnd.Be.URL.http", 1, arguments);
 }

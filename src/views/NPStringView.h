@@ -22,6 +22,3 @@ private:
 
     std::string fAddress;
 };
-
-// Hands an address to the system's web browser.
-void OpenInBrowser(const char* address);

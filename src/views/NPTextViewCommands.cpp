@@ -6,7 +6,7 @@
 #include "settings/Services.h"
 #include "text/html.h"
 #include "views/BoardFiles.h"
-#include "views/NPStringView.h"
+#include "views/OpenInBrowser.h"
 #include "views/PopUpMessages.h"
 #include "widgets/MenuKey.h"
 

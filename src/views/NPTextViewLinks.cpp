@@ -3,7 +3,7 @@
 
 #include "app/Messages.h"
 #include "net/ThreadAddress.h"
-#include "views/NPStringView.h"
+#include "views/OpenInBrowser.h"
 #include "views/PopUpMessages.h"
 #include "views/PopUpPlace.h"
 #include "views/PopUpTextView.h"

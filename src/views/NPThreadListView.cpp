@@ -7,7 +7,7 @@
 #include "cache/PathNames.h"
 #include "net/ThreadAddress.h"
 #include "views/Icons.h"
-#include "views/NPStringView.h"
+#include "views/OpenInBrowser.h"
 #include "widgets/Alerts.h"
 
 #include <MenuItem.h>

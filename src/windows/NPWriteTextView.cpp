@@ -56,8 +56,9 @@ std::string Quoted(const std::string& text) {
 
 NPWriteTextView::NPWriteTextView(BRect frame, Bindings bindings)
     : BTextView(frame, "message", frame.OffsetToCopy(0, 0).InsetByCopy(kInset, kInset),
-                B_FOLLOW_ALL_SIDES, B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE | B_PULSE_NEEDED),
+                B_FOLLOW_ALL_SIDES, B_WILL_DRAW | B_FRAME_EVENTS | B_NAVIGABLE),
       fBindings(bindings) {
+    SetFlags(Flags() | B_PULSE_NEEDED); // a text view asks for none by itself
     SetDoesUndo(true);
     SetWordWrap(true);
 }
@@ -65,6 +66,26 @@ NPWriteTextView::NPWriteTextView(BRect frame, Bindings bindings)
 void NPWriteTextView::AttachedToWindow() {
     BTextView::AttachedToWindow();
     SetViewColor(ui_color(B_DOCUMENT_BACKGROUND_COLOR));
+}
+
+void NPWriteTextView::InsertText(const char* text, int32 length, int32 offset,
+                                 const text_run_array* runs) {
+    BTextView::InsertText(text, length, offset, runs);
+    _Tell(kMsgTextChanged);
+}
+
+void NPWriteTextView::DeleteText(int32 fromOffset, int32 toOffset) {
+    BTextView::DeleteText(fromOffset, toOffset);
+    _Tell(kMsgTextChanged);
+}
+
+void NPWriteTextView::Pulse() {
+    _Tell(kMsgTextRests);
+}
+
+void NPWriteTextView::_Tell(uint32 what) {
+    if (Window() != nullptr)
+        Window()->PostMessage(what);
 }
 
 void NPWriteTextView::MakeUsable(bool usable) {

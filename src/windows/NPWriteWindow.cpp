@@ -22,6 +22,7 @@
 #include <StringView.h>
 #include <TextControl.h>
 
+#include <cstring>
 #include <ctime>
 
 namespace {
@@ -37,6 +38,9 @@ constexpr float kDefaultWidth = 520;
 constexpr float kDefaultHeight = 380;
 constexpr float kLeastWidth = 360;
 constexpr float kLeastHeight = 240;
+
+constexpr const char* kNotKept = "下書きを保存できません。";
+constexpr bigtime_t kKeepAfter = 3000000; // microseconds after the last key
 
 constexpr float kHeadHeight = 20;
 constexpr size_t kLongestTitle = 255; // bytes
@@ -96,6 +100,7 @@ NPWriteWindow::NPWriteWindow(const WriteWindowSetup& setup)
     const BRect screen = BScreen(this).Frame();
     SetSizeLimits(kLeastWidth, screen.Width(), kLeastHeight, screen.Height());
     _ShowDraft();
+    SetPulseRate(0); // no timer runs while nothing is typed
     fMessage->MakeFocus(true);
 }
 
@@ -116,6 +121,7 @@ BTextControl* NPWriteWindow::_AddField(BView* base, float top, const char* name,
     BTextControl* field = new BTextControl(BRect(kInset, top, menuLeft - 4, top + kRowHeight), name,
                                            label, "", nullptr, B_FOLLOW_LEFT_RIGHT | B_FOLLOW_TOP);
     field->SetDivider(kLabelWidth);
+    field->SetModificationMessage(new BMessage(kMsgTextChanged));
     base->AddChild(field);
     BMenu* menu = MakeHistoryMenu(history, chosen);
     BMenuField* menuField = new BMenuField(BRect(menuLeft, top, right, top + kRowHeight),
@@ -163,8 +169,11 @@ void NPWriteWindow::_AddButtons(BView* base) {
 
 void NPWriteWindow::_ShowDraft() {
     PostText draft;
-    if (!fDraft.Load(&draft))
+    const status_t status = fDraft.Load(&draft);
+    if (status != B_OK) {
+        fStatus->SetText(status == B_ENTRY_NOT_FOUND ? "" : "下書きを読み込めませんでした。");
         return;
+    }
     fName->SetText(draft.name.c_str());
     fMail->SetText(draft.mail.c_str());
     fMessage->SetText(draft.message.c_str());
@@ -182,6 +191,8 @@ void NPWriteWindow::MessageReceived(BMessage* message) {
     case kMsgCancelPost: PostMessage(B_QUIT_REQUESTED); break;
     case kMsgNameChosen: _SetText(fName, message); break;
     case kMsgMailChosen: _SetText(fMail, message); break;
+    case kMsgTextChanged: _KeepSoon(); break;
+    case kMsgTextRests: _KeepNow(); break;
 
     // From the worker
     case kMsgPostProgress: _ShowProgress(message); break;
@@ -195,8 +206,27 @@ void NPWriteWindow::MessageReceived(BMessage* message) {
 
 void NPWriteWindow::_SetText(BTextControl* field, const BMessage* message) {
     BString text;
-    if (field->IsEnabled() && message->FindString("text", &text) == B_OK)
-        field->SetText(text.String());
+    if (!field->IsEnabled() || message->FindString("text", &text) != B_OK)
+        return;
+    field->SetText(text.String());
+    _KeepSoon();
+}
+
+// The pulse comes that long after the last change.
+void NPWriteWindow::_KeepSoon() {
+    SetPulseRate(kKeepAfter);
+}
+
+// A crash then loses no more than was typed since.
+void NPWriteWindow::_KeepNow() {
+    SetPulseRate(0);
+    if (fFinish != Finish::kNone)
+        return;
+    const bool isKept = fDraft.Save(_Text()) == B_OK;
+    if (!isKept)
+        fStatus->SetText(kNotKept);
+    else if (strcmp(fStatus->Text(), kNotKept) == 0)
+        fStatus->SetText("");
 }
 
 void NPWriteWindow::_Send() {
@@ -295,8 +325,9 @@ bool NPWriteWindow::_KeepDraft() {
     }
     if (fDraft.Save(_Text()) == B_OK)
         return true;
-    BAlert* alert = new BAlert("", "下書きを保存できません。\n閉じると書いた文章は失われます。",
-                               "戻る", "閉じる", nullptr, B_WIDTH_AS_USUAL, B_WARNING_ALERT);
+    const std::string text = std::string(kNotKept) + "\n閉じると書いた文章は失われます。";
+    BAlert* alert =
+        new BAlert("", text.c_str(), "戻る", "閉じる", nullptr, B_WIDTH_AS_USUAL, B_WARNING_ALERT);
     BindAlert(alert, this);
     return alert->Go() == 1;
 }

@@ -32,8 +32,9 @@ struct WriteWindowSetup {
 
 // The window in which a post is composed and sent. While a post is under way nothing can be
 // changed or sent again; a failed one leaves everything as it was. What was written is kept in the
-// thread's draft until a post of it has been confirmed. Deletes itself as it closes; everything
-// runs on its thread, the post on a worker's that talks to it by messages.
+// thread's draft, some seconds after the last key too, until a post of it has been confirmed.
+// Deletes itself as it closes; everything runs on its thread, the post on a worker's that talks to
+// it by messages.
 class NPWriteWindow : public BWindow {
 public:
     // Opens the window for a thread, or brings the one to the front that is open already. Any
@@ -53,6 +54,8 @@ private:
     void _AddEditor(BView* base, const BFont& font, NPWriteTextView::Bindings bindings);
     void _AddButtons(BView* base);
     void _ShowDraft();
+    void _KeepSoon();
+    void _KeepNow();
     PostText _Text() const;
     void _SetText(BTextControl* field, const BMessage* message);
 
@@ -71,9 +74,9 @@ private:
     const int32 fRes;
     const ProxySetting fProxy;
     const BMessenger fBrowser;
-    const PostDraft fDraft;
 
     // Window thread only
+    PostDraft fDraft;
     PostHistory fNames;
     PostHistory fMails;
     BTextControl* fName = nullptr;

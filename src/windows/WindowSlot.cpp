@@ -14,6 +14,11 @@ void WindowSlot::_Show(BWindow* window) {
     window->Show();
 }
 
+BMessenger WindowSlot::Window() {
+    const BAutolock lock(fLock);
+    return fWindow.IsValid() ? fWindow : BMessenger();
+}
+
 void WindowSlot::Leave(BWindow* window) {
     const BAutolock lock(fLock);
     if (fWindow == BMessenger(window))

@@ -13,6 +13,8 @@ public:
     void Open(Make make);
     // By the window, as it closes.
     void Leave(BWindow* window);
+    // The window that is there; invalid without one.
+    BMessenger Window();
 
 private:
     bool _Activate();

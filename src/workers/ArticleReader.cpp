@@ -3,6 +3,8 @@
 #include "text/html.h"
 #include "workers/ArticleWorkers.h"
 
+#include <cstdio>
+
 ArticleReader::ArticleReader(const ThreadJob& job)
     : Worker(job.window, job.control), fJob(job), fUrl(job.url.c_str()),
       fIsUtf8(job.dat.find("cgi") != job.dat.npos) {}
@@ -39,6 +41,9 @@ void ArticleReader::_ShowLine(char* line, int32 length, bool convert) {
     line[length] = '\0';
     TruncateNullChar(line, static_cast<uint32>(length));
     const bool parsed = parseArticle(line, &fArticle, convert) == 0;
+    // A line that was made of a page shows by this where the page was another than expected.
+    if (!parsed && fIsUtf8)
+        printf("parseArticle() error\n");
     if (parsed && fArticle.title != nullptr)
         fTitle = fArticle.title;
     if (parsed)

@@ -13,8 +13,12 @@ namespace {
 constexpr size_t kChunk = 4095;
 constexpr size_t kLongestPage = 16 * 1024 * 1024; // hundreds of times a menu
 
-// Whether the stream ended where the server said that the page ends. An empty page is none.
+// Whether the stream ended where the server said that the page ends. An empty page is none, nor is
+// one that came in chunks all the same: their lengths stand in it.
 bool IsWhole(const NPHttp& http, size_t size) {
+    const char* coding = http.FindHeader("Transfer-Encoding");
+    if (coding != nullptr && strcasecmp(coding, "identity") != 0)
+        return false;
     const char* text = http.FindHeader("Content-Length");
     if (text == nullptr || size == 0)
         return size > 0;
@@ -39,6 +43,7 @@ int32 BoardMenuDownload::Run() {
 bool BoardMenuDownload::_Connect(NPHttp* http) {
     if (fJob.proxy.use)
         http->SetProxy(fJob.proxy.host.c_str(), fJob.proxy.port.c_str());
+    http->version = NPHttp::kHttp10; // a page that may come in chunks could not be stored as it is
     http->SetPath("/newbbsmenu.html");
     http->AddHeader("Host", fJob.portal.c_str());
     http->AddHeader("Connection: close");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "net/ThreadAddress.h"
+#include "settings/ProxySetting.h"
 #include "workers/WindowLink.h"
 #include "workers/WorkerControl.h"
 
@@ -13,14 +14,6 @@
 
 // In bytes.
 constexpr size_t kLongestBoardName = 63; // shown only, so it is cut
-constexpr size_t kLongestProxyHost = 63;
-constexpr size_t kLongestProxyPort = 7;
-
-struct ProxySetting {
-    bool use = false;
-    std::string host;
-    std::string port;
-};
 
 struct SubjectJob {
     std::string url;

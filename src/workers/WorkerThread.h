@@ -34,17 +34,20 @@ const Job& TakeOverJob(void* data, const char* name) {
 }
 
 // Starts a worker, which then owns the job; false when there is no thread, or no port that could
-// stop it, to be had.
+// stop it, to be had. The job is the caller's then, and the port is closed.
 template <typename Job>
 bool SpawnWorker(int32 (*entry)(void*), const char* name, std::unique_ptr<Job>* job) {
     const std::shared_ptr<WorkerControl> control = (*job)->control;
     if (control->Port() < 0)
         return false;
     const thread_id thread = spawn_thread(entry, name, kWorkerPriority, job->get());
-    if (thread < 0)
-        return false;
-    static_cast<void>(job->release()); // the thread has it
+    Job* const handedOver = job->release(); // once it runs, it may be done with it at any moment
     control->TakeCursor();
-    resume_thread(thread);
-    return true;
+    if (thread >= 0 && resume_thread(thread) == B_OK)
+        return true;
+    kill_thread(thread);
+    job->reset(handedOver);
+    control->DeletePort();
+    control->ReleaseCursor();
+    return false;
 }

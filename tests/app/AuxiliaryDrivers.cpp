@@ -3,6 +3,7 @@
 
 #include "app/Messages.h"
 #include "app/NPWindow.h"
+#include "support/AlertWatch.h"
 #include "support/OpenWindow.h"
 #include "views/NPArticleView.h"
 #include "views/NPBoardListView.h"
@@ -11,6 +12,7 @@
 #include "windows/NPPrefsWindow.h"
 #include "windows/NPSearchWindow.h"
 #include "windows/NPUpdateWindow.h"
+#include "windows/NPWriteWindow.h"
 
 #include <AppDefs.h>
 #include <Application.h>
@@ -145,5 +147,29 @@ int32 ChooseFont(void*) {
 int32 PrintFont(void*) {
     PrintFontOf(WaitForBrowser());
     be_app_messenger.SendMessage(B_QUIT_REQUESTED);
+    return 0;
+}
+
+// A text that can't be kept: its draft's folder is a file.
+int32 QuitWithAText(void*) {
+    NPWindow* browser = WaitForBrowser();
+    WriteWindowSetup setup;
+    setup.target = {PostFamily::kBbsCgi, "h.jp", "news", "12"};
+    NPWriteWindow::Open(setup);
+    NPWriteWindow* writer = WaitForOpen<NPWriteWindow>();
+    Activate(writer, true);
+    Type(writer, "text");
+    WaitUntilIdle(writer);
+    const auto report = [](const char* what) {
+        printf("%s: %s\n", what, WaitForAlert().c_str());
+        DismissAlert();
+        WaitUntil([] { return find_thread("alert") < 0; });
+        printf("%d windows\n", be_app->CountWindows());
+        fflush(stdout);
+    };
+    be_app_messenger.SendMessage(B_QUIT_REQUESTED);
+    report("the program");
+    CloseByUser(browser);
+    report("the last window");
     return 0;
 }

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <filesystem>
 #include <sstream>
 
@@ -68,6 +69,20 @@ TEST(Auxiliary, TheProgramEndsInTheMiddleOfAnUpdate) {
     EXPECT_EQ(program.Wait(), 0) << program.Errors();
     EXPECT_EQ(server.CountConnections(), 1u);
     EXPECT_EQ(folder.Read("bbs/newbbsmenu.html"), "old");
+}
+
+TEST(Auxiliary, NoWindowGoesBeforeATextThatCantBeKept) {
+    const ScratchFolder folder;
+    const std::string inTheWay = folder.Write("2ch/Drafts", "a file");
+    ChildProgram program("quit with a text", folder.Path());
+    const std::string question =
+        ": 下書きを保存できません。\n閉じると書いた文章は失われます。\n2 windows\n";
+    const std::string all = "the program" + question + "the last window" + question;
+    EXPECT_TRUE(program.WaitForOutput(all)) << program.Output();
+    fs::remove(inTheWay);
+    program.Signal(SIGTERM);
+    EXPECT_EQ(program.Wait(), 0) << program.Errors();
+    EXPECT_EQ(folder.Read("2ch/Drafts/h.jp/news/12.txt"), "\n\ntext");
 }
 
 TEST(Auxiliary, AChosenFontIsEveryWindowsAtOnceAndKept) {

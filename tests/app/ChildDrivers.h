@@ -17,5 +17,6 @@ void Do(BWindow* window, const std::function<void()>& work);
 // In AuxiliaryDrivers.cpp. Each ends the program.
 int32 UpdateBoardMenu(void*);
 int32 QuitInTheUpdate(void*);
+int32 QuitWithAText(void*);
 int32 ChooseFont(void*);
 int32 PrintFont(void*);

@@ -157,6 +157,7 @@ const std::map<std::string, int32 (*)(void*)> kDrivers = {
     {"every order", OpenAndCloseInEveryOrder},
     {"update", UpdateBoardMenu},
     {"quit in the update", QuitInTheUpdate},
+    {"quit with a text", QuitWithAText},
     {"choose font", ChooseFont},
     {"print font", PrintFont},
 };

@@ -53,6 +53,7 @@ TEST(PostAnswer, TheServersWordsStandBehindTheTitle) {
         {"<title>x</title>a\tb\nc<br/>d<brown>e", "abc\nd\ne"},
         {"<title>x</title>1 > 0<a href=\"x\">link</a>", "1 > 0link"},
         {"<title>x</title>cut <b", "cut "},
+        {"<title>x</title>&nbsp;&lt;&lt;<b>&quot;a&quot;</b> &amp;hearts; &#12354;", " <<'a' ♥ あ"},
         {"no title at all", ""},
         {"<title>x</title>first</title>second", "firstsecond"},
     };
@@ -65,6 +66,16 @@ TEST(PostAnswer, LinesBeyondItsSizeAreLeftOutAndReadingGoesOn) {
     const std::string filler(4000, 'a');
     const std::string page = title + "\n" + filler + "\n" + filler + "\nend\n";
     EXPECT_EQ(AnswerOf(page).ErrorText(), filler + "end");
+}
+
+TEST(PostAnswer, OfAnUnfinishedLineAsMuchIsKeptAsFits) {
+    PostAnswer answer = AnswerOf("<title></title>\n");
+    std::string rest;
+    for (int i = 0; i < 2000; i++)
+        rest += "あ";
+    const std::string bytes = Cp932(rest);
+    answer.AddUnfinishedLine(bytes.data(), static_cast<int32>(bytes.size()));
+    EXPECT_EQ(answer.ErrorText(), rest.substr(0, (4095 - 16) / 3 * 3));
 }
 
 TEST(PostAnswer, WhatDoesNotConvertHidesNothing) {

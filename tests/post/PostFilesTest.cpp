@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 namespace {
 
 using Entries = std::vector<std::string>;
@@ -38,15 +40,23 @@ TEST(PostHistory, AFileOfAnotherMakingDoesNoHarm) {
     const std::string tooLong(5000, 'x');
     folder.Write(kNames, "a\n" + tooLong + "\n\xFF\xFE\nrest");
     PostHistory names("Name.log");
-    EXPECT_EQ(names.Entries(), (Entries{"a", "\xFF\xFE"}));
-    // What one file left behind its last line feed begins the next one that is read.
+    EXPECT_EQ(names.Entries(), (Entries{"a", "\xFF\xFE", "rest"}));
     folder.Write("2ch/Mail.log", "sage\n");
-    EXPECT_EQ(PostHistory("Mail.log").Entries(), (Entries{"restsage"}));
     EXPECT_EQ(PostHistory("Mail.log").Entries(), (Entries{"sage"}));
     names.Add("new");
-    const std::string written = "a\n\xFF\xFE\nnew\n";
+    const std::string written = "a\n\xFF\xFE\nrest\nnew\n";
     EXPECT_EQ(folder.Read(kNames),
               written + ("a\n" + tooLong + "\n\xFF\xFE\nrest").substr(written.size()));
+}
+
+TEST(PostHistory, AnUnfinishedLastLineIsTheLastEntry) {
+    ScratchFolder folder;
+    folder.Write(kNames, "a\nb");
+    PostHistory names("Name.log");
+    EXPECT_EQ(names.Entries(), (Entries{"a", "b"}));
+    folder.Write(kNames, "a\nb\nby hand");
+    EXPECT_EQ(names.Add("c"), B_OK);
+    EXPECT_EQ(folder.Read(kNames), "a\nb\nby hand\nc\n");
 }
 
 TEST(PostHistory, EntriesTooLongForALineAreNotWritten) {
@@ -60,15 +70,15 @@ TEST(PostHistory, EntriesTooLongForALineAreNotWritten) {
 TEST(PostDraft, IsKeptForItsThreadUntilItIsRemoved) {
     ScratchFolder folder;
     PostText text;
-    EXPECT_FALSE(PostDraft(kThread).Load(&text));
+    EXPECT_EQ(PostDraft(kThread).Load(&text), B_ENTRY_NOT_FOUND);
     const PostText draft{"名前", "sage", "一行\n\n三行\n"};
     EXPECT_EQ(PostDraft(kThread).Save(draft), B_OK);
-    EXPECT_TRUE(PostDraft(kThread).Load(&text));
+    EXPECT_EQ(PostDraft(kThread).Load(&text), B_OK);
     EXPECT_EQ(text, draft);
-    EXPECT_FALSE(PostDraft({kThread.family, "h.jp", "news", "13"}).Load(&text));
+    EXPECT_EQ(PostDraft({kThread.family, "h.jp", "news", "13"}).Load(&text), B_ENTRY_NOT_FOUND);
     EXPECT_EQ(folder.Read("2ch/Drafts/h.jp/news/12.txt"), "名前\nsage\n一行\n\n三行\n");
     EXPECT_EQ(PostDraft(kThread).Save({}), B_OK); // nothing is left of it
-    EXPECT_FALSE(PostDraft(kThread).Load(&text));
+    EXPECT_EQ(PostDraft(kThread).Load(&text), B_ENTRY_NOT_FOUND);
 }
 
 TEST(PostDraft, OneThatCantBeWrittenLeavesTheOldOne) {
@@ -77,6 +87,23 @@ TEST(PostDraft, OneThatCantBeWrittenLeavesTheOldOne) {
     folder.MakeFolder("2ch/Drafts/h.jp/news/12.txt.new/in the way");
     EXPECT_NE(PostDraft(kThread).Save({"", "", "new"}), B_OK);
     PostText text;
-    EXPECT_TRUE(PostDraft(kThread).Load(&text));
+    EXPECT_EQ(PostDraft(kThread).Load(&text), B_OK);
     EXPECT_EQ(text.message, "old");
+}
+
+TEST(PostDraft, OneThatCantBeReadIsNeverRemovedNorReplaced) {
+    ScratchFolder folder;
+    const std::string path = folder.MakeFolder("2ch/Drafts/h.jp/news") + "/12.txt";
+    std::filesystem::create_symlink("12.txt", path); // leads to itself
+    PostDraft draft(kThread);
+    PostText text;
+    EXPECT_NE(draft.Load(&text), B_OK);
+    EXPECT_EQ(draft.Save({}), B_OK);
+    draft.Remove();
+    EXPECT_TRUE(std::filesystem::is_symlink(path));
+    EXPECT_EQ(draft.Save({"", "", "new"}), B_OK);
+    EXPECT_EQ(folder.Read("2ch/Drafts/h.jp/news/12.txt"), "\n\nnew");
+    EXPECT_TRUE(std::filesystem::is_symlink(path + ".unread"));
+    draft.Remove();
+    EXPECT_FALSE(std::filesystem::exists(path));
 }

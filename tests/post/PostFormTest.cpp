@@ -45,6 +45,15 @@ TEST(PostForm, NothingIsSentOfWhatCantBeSaid) {
         {{"", "〜", "text"}, PostCheck::kNotEncodable},
         {{"", "", "cut \xE3\x81"}, PostCheck::kNotEncodable},
         {{"", "", std::string("a\0b", 3)}, PostCheck::kNotEncodable},
+        // Single bytes of cp932 that would eat what follows them
+        {{"é", "", "text"}, PostCheck::kNotEncodable},
+        {{"", "ö", "text"}, PostCheck::kNotEncodable},
+        {{"", "", "no\u00A0break"}, PostCheck::kNotEncodable},
+        {{"", "", "\u0080"}, PostCheck::kNotEncodable},
+        {{"", "", "あ\u00E0"}, PostCheck::kNotEncodable},
+        {{"", "", "\u00FF"}, PostCheck::kNotEncodable},
+        {{"", "", "overlong \xE0\x83\xA9"}, PostCheck::kNotEncodable},
+        {{"÷", "×", "\u00B1°§¨´¶ﾊﾝｶｸ"}, PostCheck::kGood},
     };
     for (const auto& test : cases) {
         PostForm form;

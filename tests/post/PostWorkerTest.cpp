@@ -13,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <mutex>
 
 namespace {
@@ -131,9 +132,17 @@ TEST_F(PostWorker, TheRequestIsThatOfEachFamily) {
 }
 
 TEST_F(PostWorker, AnAnswerThatSendsTheReaderBackIsSuccess) {
-    RawServer server({RawServer::Reply(kTaken)});
-    Post(server.Port());
-    EXPECT_EQ(fWindow->Wait(4), (Lines{fConnecting, fSending, "F", "P "}));
+    const std::string unfinished = kTaken.substr(0, kTaken.size() - 1);
+    size_t messages = 0;
+    for (const RawServer::Script& script :
+         {RawServer::Reply(kTaken), RawServer::Reply(unfinished), RawServer::Reset(unfinished),
+          RawServer::EndlessLine(unfinished)}) {
+        RawServer server({script});
+        Post(server.Port());
+        messages += 4;
+        const Lines lines = fWindow->Wait(messages);
+        EXPECT_EQ(Lines(lines.end() - 4, lines.end()), (Lines{fConnecting, fSending, "F", "P "}));
+    }
 }
 
 TEST_F(PostWorker, AnAnswerCutBeforeItsHeaderCountsAsFinished) {
@@ -164,8 +173,17 @@ TEST_F(PostWorker, APageOfAnySizeIsJudged) {
     EXPECT_EQ(WaitForAlert(), "kept" + std::string(4000, 'x') + "last");
     DismissAlert();
     Post(server.Port());
-    EXPECT_EQ(WaitForAlert(), "ok");
+    EXPECT_EQ(WaitForAlert(), "ok" + std::string(4095 - strlen("<title></title>ok\n"), 'x'));
     DismissAlert();
+}
+
+TEST_F(PostWorker, ARefusalWithoutWordsSaysWhoAnsweredAndHow) {
+    for (const char* page : {"", "no title", "<title></title> \n<br>&nbsp;"}) {
+        RawServer server({RawServer::Reply("HTTP/1.1 503 Busy\r\n\r\n" + std::string(page))});
+        Post(server.Port());
+        EXPECT_EQ(WaitForAlert(), "h.jp: 503 Busy\n書き込まれたかどうかは分かりません。") << page;
+        DismissAlert();
+    }
 }
 
 TEST_F(PostWorker, ARefusedConnectionIsAnError) {

@@ -211,7 +211,9 @@ TEST_F(SettingsFileTest, AFileThatCannotBeReadNowIsNotLost) {
 TEST_F(SettingsFileTest, AMissingFileIsNotKeptAside) {
     const auto settings = Settings();
     EXPECT_EQ(settings->InitCheck(), B_OK);
+    settings->AddInt32("old", 1);
     EXPECT_EQ(settings->Load(), B_ENTRY_NOT_FOUND);
+    EXPECT_TRUE(settings->IsEmpty());
     settings->AddInt32("new", 1);
     EXPECT_EQ(settings->Save(), B_OK);
     EXPECT_FALSE(fFolder.Has("2ch/Itamori.broken"));

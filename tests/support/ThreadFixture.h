@@ -11,6 +11,7 @@
 #include <Application.h>
 #include <Message.h>
 #include <Messenger.h>
+#include <OS.h>
 #include <ScrollBar.h>
 #include <ScrollView.h>
 #include <Window.h>
@@ -88,7 +89,11 @@ protected:
         fWindow->Unlock();
         return result;
     }
-    void Settle() { EXPECT_TRUE(server::testing::WaitUntilIdle(fWindow)); }
+    void Settle() {
+        EXPECT_TRUE(server::testing::WaitUntilIdle(fWindow));
+        // Links are opened beside the window.
+        EXPECT_TRUE(server::testing::WaitUntil([] { return find_thread("open_url") < 0; }));
+    }
 
     std::string Text() {
         return Ask([this] { return std::string(fView->Text()); });

@@ -31,7 +31,7 @@ TEST(Html, TruncateNullCharKeepsTheLastByteWhereItStood) {
         {"", std::string("\0", 1)},
     };
     for (const auto& item : kCases) {
-        std::string buffer = item.input + '\0';
+        std::string buffer = item.input + 'z';
         const uint32 kept = TruncateNullChar(buffer.data(), static_cast<uint32>(item.input.size()));
         EXPECT_EQ(kept, item.output.size() - 1);
         EXPECT_EQ(buffer.substr(0, kept + 1), item.output);

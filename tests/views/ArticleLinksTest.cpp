@@ -1,4 +1,6 @@
+#include "support/AlertWatch.h"
 #include "support/ThreadFixture.h"
+#include "views/OpenInBrowser.h"
 
 #include <Clipboard.h>
 #include <TypeConstants.h>
@@ -102,6 +104,12 @@ TEST_F(ArticleLinks, AUrlReachesTheDesktopAsItStands) {
         ClickAt(OffsetOf("http") + 1);
         EXPECT_EQ(Launches(), Texts{url}) << url.substr(0, 60);
     }
+}
+
+TEST(OpenInBrowser, WhoCantHaveALinkOpenedIsTold) {
+    OpenInBrowser("--no link");
+    EXPECT_EQ(WaitForAlert(), "リンクを開けませんでした。\n--no link");
+    DismissAlert();
 }
 
 TEST_F(ArticleLinks, ASecondClickOpensNothingMore) {

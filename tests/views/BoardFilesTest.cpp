@@ -69,6 +69,7 @@ TEST(BoardFiles, AListEndsAtTheFirstLineThatIsNoName) {
     EXPECT_EQ(ParseBoardList("\na.txt\n"), Names{});
     EXPECT_EQ(ParseBoardList("a.txt\n\nb.txt\n"), Names{"a.txt"});
     EXPECT_EQ(ParseBoardList("a.txt\nあ\nb.txt\n"), Names{"a.txt"});
+    EXPECT_EQ(ParseBoardList("\x7F.txt\n\x7F.txt"), Names{"\x7F.txt"}); // without its end: none
     EXPECT_EQ(ParseBoardList(""), Names{});
 }
 
@@ -76,13 +77,16 @@ TEST(BoardFiles, AnExtraFileIsACategoryOfThreeWordsALine) {
     const struct {
         std::string text;
         bool read;
-        const char* table;
+        std::string table;
     } kCases[] = {
         {"其他\nh\tb\t題\n", true, "其他: 題=http://h/b/;"},
         {"c\nh b two words\nh2 b2 t2", true, "c: two=http://h/b/ t2=http://h2/b2/;"},
         {"c\nh b\nh2 b2 t2\n", true, "c: t2=http://h2/b2/;"},
         {"c\nh b t\n\nh2 b2 t2\n", true, "c: t=http://h/b/;"},
         {"c\nh " + std::string(1024, 'b') + " t\n", true, "c:;"},
+        {"c\nh b " + std::string(1022, 't') + "題\n", true,
+         "c: " + std::string(1022, 't') + "=http://h/b/;"},
+        {"c\n\x7Fh b t\nh b t\n\x7Fh b t", true, "c: t=http://\x7Fh/b/ t=http://h/b/;"},
         {"\nh b t\n", true, ": t=http://h/b/;"},
         {"no line feed", false, ":;"},
         {std::string(1025, 'c') + "\nh b t\n", false, ":;"},

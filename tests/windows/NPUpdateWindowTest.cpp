@@ -104,7 +104,7 @@ TEST_F(UpdateWindow, StoresWhatThePortalSendsAndCloses) {
     EXPECT_TRUE(WaitForClosed<NPUpdateWindow>());
     EXPECT_EQ(Menu(), "new");
     EXPECT_EQ(Aside(), Strings{"old"});
-    EXPECT_EQ(server.WaitForRequest(), "GET http://portal.example/newbbsmenu.html HTTP/1.1\r\n"
+    EXPECT_EQ(server.WaitForRequest(), "GET http://portal.example/newbbsmenu.html HTTP/1.0\r\n"
                                        "Host: portal.example\r\nConnection: close\r\n\r\n");
 }
 
@@ -127,6 +127,9 @@ TEST_F(UpdateWindow, SaysWhatWentWrongAndWaits) {
         {RawServer::CutAfter(strlen(kGood) - 1, kGood), "読み込み失敗！"},
         {RawServer::CutAfter(strlen(kGood) - 1, kGood, reset), "読み込み失敗！"},
         {RawServer::Reply("HTTP/1.1 200 OK\r\n\r\n"), "読み込み失敗！"},
+        {RawServer::Reply("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n"
+                          "3\r\nnew\r\n0\r\n\r\n"),
+         "読み込み失敗！"},
         {RawServer::EndlessLine("HTTP/1.1 200 OK\r\n\r\n"), "読み込み失敗！"},
     };
     int32 ended = 0;

@@ -130,14 +130,13 @@ TEST_F(Posting, NothingCanBeUsedUntilASlowServerAnswers) {
     EXPECT_TRUE(fBrowser->WaitUntil([this] { return Count(" (2)"); }));
 }
 
-TEST_F(Posting, ARefusalWithoutATitleIsAnEmptyAlert) {
+TEST_F(Posting, ARefusalWithoutATitleSaysWhatIsKnown) {
     fServer.SetPostStyle(PostStyle::kUntitled);
     OpenWriter();
     Writer writer;
     writer.Type(" ");
     writer.Send();
-    EXPECT_TRUE(WaitUntil([] { return CountAlerts() == 1; }));
-    EXPECT_EQ(WaitForAlert(), "");
+    EXPECT_TRUE(WaitForAlert().starts_with("many.example: 200 OK\n"));
     DismissAlert();
     EXPECT_TRUE(WaitUntil([&] { return writer.CanSend(); }));
     EXPECT_EQ(writer.Text(), " ");
@@ -206,6 +205,41 @@ TEST(NPWriteWindow, WhatWasWrittenStandsThereAgain) {
     Writer writer;
     EXPECT_EQ(writer.Text(), "書きかけ");
     EXPECT_EQ(folder.Read("2ch/Drafts/h.jp/news/12.txt"), "名前\n\n書きかけ");
+}
+
+TEST(NPWriteWindow, WhatRestsIsKeptWithoutClosingAndNoTimerRunsOtherwise) {
+    ScratchFolder folder;
+    const std::string draft = "2ch/Drafts/h.jp/news/12.txt";
+    const std::string inTheWay = folder.Write("2ch/Drafts", "a file");
+    NPWriteWindow::Open(SetupFor(9));
+    Writer writer;
+    const auto rests = [&] {
+        bigtime_t rate = -1;
+        writer.Do([&] { rate = writer.Window()->PulseRate(); });
+        return rate == 0;
+    };
+    EXPECT_TRUE(rests());
+    writer.Type("text");
+    EXPECT_FALSE(rests());
+    EXPECT_TRUE(WaitUntil([&] { return writer.Status() == "下書きを保存できません。"; }));
+    std::filesystem::remove(inTheWay);
+    writer.Press(B_TAB, B_SHIFT_KEY); // to the mail
+    writer.Type("sage");
+    EXPECT_TRUE(WaitUntil([&] { return folder.Read(draft) == "\nsage\ntext"; }));
+    EXPECT_TRUE(WaitUntil(rests));
+    EXPECT_EQ(writer.Status(), "");
+}
+
+TEST(NPWriteWindow, ADraftThatCantBeReadOutlivesIt) {
+    ScratchFolder folder;
+    const std::string draft = folder.MakeFolder("2ch/Drafts/h.jp/news") + "/12.txt";
+    std::filesystem::create_symlink("12.txt", draft); // leads to itself
+    NPWriteWindow::Open(SetupFor(9));
+    {
+        Writer writer;
+        EXPECT_EQ(writer.Status(), "下書きを読み込めませんでした。");
+    }
+    EXPECT_TRUE(std::filesystem::is_symlink(draft));
 }
 
 TEST(NPWriteWindow, TheProgramsEndKeepsWhatWasWritten) {

@@ -1,5 +1,6 @@
 #include "support/AlertWatch.h"
 #include "support/Browser.h"
+#include "support/MessageCounter.h"
 #include "support/RawServer.h"
 #include "support/ScratchFolder.h"
 
@@ -178,4 +179,58 @@ TEST(SubjectWorker, AReplacedWorkerTouchesNothing) {
     NPWindow::addThreadItem(&link, replaced, 1, "old", "1", "9.dat");
     NPWindow::addBookmarkItem(&link, replaced, 0, nullptr, nullptr, nullptr, nullptr, nullptr, 0);
     EXPECT_EQ(browser.Column(kColumnDat), Texts{"1.dat"});
+}
+
+TEST(ProxySetting, OneThatDoesNotFitStopsNothingAndIsTold) {
+    ScratchFolder folder;
+    MessageCounter cursor(kMsgBusyCursor);
+    RawServer server({RawServer::Stall(Answer("1.dat<>a (1)\n"))});
+    Browser browser(server.Port());
+    WaitForAlert(); // there is no menu
+    DismissAlert();
+    browser.SelectBoard();
+    EXPECT_TRUE(browser.WaitForStatus("board.exampleから受信中"));
+    browser.SelectThread("1.dat");
+    server.WaitForRequest(1);
+    EXPECT_TRUE(server::testing::WaitUntil([&] { return cursor.Count() == 2; }));
+    const struct {
+        const char* key;
+        std::string value;
+        std::string name;
+    } cases[] = {
+        {"proxy_port", "12345678", "ポート"},
+        {"proxy_port", "65536", "ポート"},
+        {"proxy_port", "x", "ポート"},
+        {"proxy_host", std::string(64, 'h'), "ホスト"},
+    };
+    const auto expectAlert = [](const std::string& text) {
+        EXPECT_EQ(WaitForAlert(), text);
+        DismissAlert();
+    };
+    for (const auto& test : cases) {
+        browser.Settings().Replace(test.key, test.value.c_str());
+        const std::string text = "プロキシの" + test.name + "が正しくありません: " + test.value;
+        browser.SelectBoard("http://other.example/news/");
+        expectAlert(text);
+        browser.SelectThread("2.dat");
+        expectAlert(text);
+        browser.Messenger().SendMessage(kMsgStartPatrol);
+        expectAlert(text);
+        browser.Settings().Replace(test.key, "1");
+    }
+    EXPECT_EQ(cursor.Count(), 2); // nobody gave it back
+}
+
+TEST(CgiDownload, ALineThatCantBeSplitIsCountedAndTraced) {
+    ScratchFolder folder;
+    MakeCached("1.cgi", "no post\n", 1, kDate);
+    RawServer server({RawServer::Reply(Answer("<dl>\n"))});
+    Browser browser(server.Port());
+    testing::internal::CaptureStdout();
+    browser.SelectThread("1.cgi");
+    EXPECT_TRUE(browser.WaitUntil(
+        [&] { return std::string(browser.Article()->GetTitle()).ends_with("(1)"); }));
+    fflush(stdout);
+    EXPECT_NE(testing::internal::GetCapturedStdout().find("parseArticle() error\n"),
+              std::string::npos);
 }

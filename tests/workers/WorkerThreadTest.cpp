@@ -7,6 +7,14 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
+#include <cstddef>
+#include <iterator>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -14,6 +22,20 @@ namespace {
 struct Job {
     std::shared_ptr<WorkerControl> control;
 };
+
+// From now on the calling thread can start none.
+bool RefuseThreads() {
+    sock_filter rules[] = {
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_clone, 1, 0),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_clone3, 0, 1),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | EAGAIN),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+    };
+    const sock_fprog program = {std::size(rules), rules};
+    return prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
+           prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) == 0;
+}
 
 int32 Work(void* data) {
     TakeOverJob<Job>(data, "work");
@@ -34,6 +56,23 @@ TEST(WorkerThread, AWorkerWithoutAPortIsNotStarted) {
     EXPECT_NE(job, nullptr);
     for (const port_id port : ports)
         delete_port(port);
+}
+
+TEST(WorkerThread, AWorkerWhoseThreadDoesNotStartLeavesNothingBehind) {
+    MessageCounter cursor(kMsgBusyCursor);
+    auto job = std::make_unique<Job>();
+    job->control = std::make_shared<WorkerControl>("port");
+    // The system refuses it for the one thread that tries: nothing else does without its own.
+    std::thread([&] {
+        ASSERT_TRUE(RefuseThreads());
+        EXPECT_FALSE(SpawnWorker(Work, "work", &job));
+    }).join();
+    ASSERT_NE(job, nullptr);
+    port_info info;
+    EXPECT_NE(get_port_info(job->control->Port(), &info), B_OK);
+    EXPECT_LT(find_thread("work"), 0);
+    EXPECT_TRUE(
+        server::testing::WaitUntil([&] { return cursor.Count() == 2; })); // taken, given back
 }
 
 TEST(WorkerControl, AStoppedWorkerGivesTheCursorBackAtOnceAndOnce) {

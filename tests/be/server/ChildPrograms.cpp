@@ -9,6 +9,7 @@
 #include <Application.h>
 #include <Message.h>
 #include <OS.h>
+#include <Roster.h>
 #include <View.h>
 #include <Window.h>
 
@@ -19,6 +20,7 @@
 #include <cstring>
 #include <ctime>
 #include <functional>
+#include <iostream>
 #include <iterator>
 #include <map>
 #include <string>
@@ -127,6 +129,8 @@ int32 AskWithAnAlert(void*) {
 }
 
 port_id sPort = -1;
+
+constexpr const char* kOpensLinks = "opens links";
 
 void Start(thread_func function, void* data = nullptr) {
     resume_thread(spawn_thread(function, "child", B_NORMAL_PRIORITY, data));
@@ -256,6 +260,23 @@ int RunStripes(Program& program) {
     return 0;
 }
 
+// The addresses come in its standard input, a line each.
+int32 OpenLinks(void*) {
+    for (std::string address; std::getline(std::cin, address);) {
+        const char* const arguments[] = {address.c_str()};
+        const status_t status = be_roster->Launch("application/x-vnd.Be.URL.http", 1, arguments);
+        Say(status == B_OK ? "opened" : status == B_LAUNCH_FAILED ? "failed" : "refused");
+    }
+    be_app->PostMessage(B_QUIT_REQUESTED);
+    return 0;
+}
+
+int RunOpenLinks(Program& program) {
+    program.fReady = [](Program&) { Start(OpenLinks); };
+    program.Run();
+    return 0;
+}
+
 const std::map<std::string, std::function<int(Program&)>> kPrograms = {
     {"quits", [](Program& program) { return RunQuits(program, 0); }},
     {"waits", [](Program& program) { return RunWindows(program, 0); }},
@@ -291,6 +312,7 @@ const std::map<std::string, std::function<int(Program&)>> kPrograms = {
     {"pulses", RunPulses},
     {"shows an alert", RunAlert},
     {"draws stripes", RunStripes},
+    {kOpensLinks, RunOpenLinks},
 };
 
 } // namespace
@@ -306,6 +328,9 @@ int RunTestProgram(const char* name) {
         setenv("QT_SCALE_FACTOR", what.c_str() + at + strlen(kScaledBy), 1);
         what.resize(at);
     }
+    // The desktop's opener is the one that stands in its settings folder, if any.
+    if (what == kOpensLinks)
+        setenv("PATH", getenv("XDG_CONFIG_HOME"), 1);
     Program program;
     return kPrograms.at(what)(program);
 }

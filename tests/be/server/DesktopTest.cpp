@@ -1,3 +1,6 @@
+#include "support/ChildProgram.h"
+#include "support/ScratchFolder.h"
+
 #include "server/Desktop.h"
 #include "server/Testing.h"
 
@@ -11,6 +14,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <filesystem>
 #include <string>
 
 namespace {
@@ -83,6 +87,45 @@ TEST(Roster, OpensUrlsAndFoldersThroughTheDesktop) {
     const char* const path = "/usr";
     EXPECT_EQ(B_OK, be_roster->Launch("application/x-vnd.Be-directory", 1, &path));
     EXPECT_EQ((std::vector<std::string>{url, "/tmp", path}), server::testing::Launches());
+}
+
+TEST(Roster, TheDesktopsOpenerGetsALinkByteForByteAndNothingElse) {
+    ScratchFolder folder;
+    const std::string opener =
+        folder.Write("xdg-open", "#!/bin/sh\n"
+                                 "printf '%s %s\\n' $# \"$1\" >> " +
+                                     (folder / "got") + "\ncase $1 in *fail*) exit 4;; esac\n");
+    std::filesystem::permissions(opener, std::filesystem::perms::owner_all);
+    const struct {
+        const char* address;
+        const char* answer;
+    } cases[] = {
+        {"http://www.example.com)", "opened"},
+        {"http://x/,;>\"'", "opened"},
+        {"http://HOST.Example/a|b c%e3\\`id`$(id)*", "opened"},
+        {"https://x/\xE3\x81\x82\xFF\x01", "opened"},
+        {"http://fail/", "failed"},
+        {"--version", "refused"},
+        {"/etc/passwd", "refused"},
+    };
+    testprograms::ChildProgram child("opens links", folder.Path());
+    std::string got;
+    std::string answers;
+    for (const auto& test : cases) {
+        child.Tell(test.address);
+        answers += std::string(test.answer) + "\n";
+        EXPECT_TRUE(child.WaitForOutput(answers)) << test.address;
+        if (strcmp(test.answer, "refused") != 0)
+            got += "1 " + std::string(test.address) + "\n";
+    }
+    EXPECT_EQ(folder.Read("got"), got);
+}
+
+TEST(Roster, WithoutAnOpenerWhatTheToolkitWouldChangeIsNotOpened) {
+    ScratchFolder folder;
+    testprograms::ChildProgram child("opens links", folder.Path());
+    child.Tell("http://HOST.example/a|b");
+    EXPECT_TRUE(child.WaitForOutput("failed\n"));
 }
 
 TEST(Roster, RefusesWhatItCannotOpen) {
