@@ -46,6 +46,7 @@ public:
     static void ApplicationCursorChanged();
     void Paint(const QRegion& exposed);
     void SetInputContext(const InputContext& context);
+    void ResetInputMethod();
     void MenuClosed();                          // a native menu that had the keyboard has gone
     bool IsBlocked() const { return fBlocked; } // a modal window keeps the input from it
 
@@ -71,7 +72,11 @@ private:
     void _KeepOnScreen();
     NativeWindow* _Subset() const;
     void _SendFrame(uint32 what);
-    void _StopComposing(const QString& result);
+    BMessage _CompositionMessage(int32 opcode) const;
+    void _StartComposing();
+    void _StopComposing(const QInputMethodEvent* event);
+    void _AddReplaced(const QInputMethodEvent* event, BMessage& message) const;
+    bool _IsLateResult(const QInputMethodEvent* event);
     QRegion _DeviceRegion(const QRegion& region) const;
     QRegion _LogicalRegion(const QRegion& device) const;
     void _Copy(const QImage& image, const QRegion& changed);
@@ -93,6 +98,10 @@ private:
     QPointF fClickPoint;
     uint32 fClickButton = 0;
     int32 fClicks = 0;
+    // The composition: its number, what it showed last, what was on show when it was given up
+    int32 fComposition = 0;
+    QString fPreedit;
+    QString fGivenUp;
     // What the input method asks for
     bool fInputEnabled = false;
     QRect fCaret;

@@ -150,6 +150,7 @@ void NativeWindow::_Key(const QKeyEvent* event, bool down) {
         return;
     }
     fAltAlone = false;
+    fGivenUp.clear();
     BMessage message(down ? B_KEY_DOWN : B_KEY_UP);
     if (IsMenuKey(event)) {
         const QKeyEvent menuKey(event->type(), Qt::Key_Menu, Qt::NoModifier);

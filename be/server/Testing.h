@@ -51,9 +51,15 @@ void Wheel(BWindow* window, BPoint where, float deltaX, float deltaY);
 void Key(BWindow* window, char byte, uint32 modifiers = 0, uint32 functionKey = 0);
 void MenuKey(BWindow* window);
 void Type(BWindow* window, const char* utf8);
-// An input method's composition (empty ends it without text) and its result.
-void Compose(BWindow* window, const char* utf8, int32 cursorByte);
-void CommitComposition(BWindow* window, const char* utf8);
+// An input method's composition (empty ends it without text), perhaps with a clause that is being
+// converted, and its result, which may replace some of the text: a range in UTF-16 units from the
+// caret.
+void Compose(BWindow* window, const char* utf8, int32 cursorByte, int32 clauseStart = 0,
+             int32 clauseEnd = 0);
+void CommitComposition(BWindow* window, const char* utf8, int32 replaceStart = 0,
+                       int32 replaceLength = 0);
+// How often the input method was told of a change meanwhile.
+int32 InputNoticesDuring(const std::function<void()>& work);
 // The pointer's shape over the window, by the cursors that the tests ask for: the link's, the
 // text's, or any other.
 enum class PointerShape { kLink, kText, kOther };

@@ -4,9 +4,6 @@
 #include "server/Screens.h"
 #include "server/Server.h"
 
-#include <QGuiApplication>
-#include <QInputMethod>
-
 namespace server {
 
 WindowLink::WindowLink(const WindowSpec& spec)
@@ -127,7 +124,7 @@ void WindowLink::SetInputContext(const InputContext& context) {
 }
 
 void WindowLink::ResetInputMethod() {
-    _WithNative([](NativeWindow&) { QGuiApplication::inputMethod()->reset(); });
+    _WithNative([](NativeWindow& native) { native.ResetInputMethod(); });
 }
 
 void WindowLink::Blit() {
