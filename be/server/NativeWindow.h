@@ -39,6 +39,8 @@ public:
 
     void ShowIt(bool takesFocus);
     void HideIt();
+    void BringForward();
+    void ApplyTitle();
     void ApplyKind();
     void ApplyLimits();
     void ApplyFrame(bool moved);
@@ -47,11 +49,14 @@ public:
     void Paint(const QRegion& exposed);
     void SetInputContext(const InputContext& context);
     void ResetInputMethod();
-    void MenuClosed();                          // a native menu that had the keyboard has gone
+    void MenuClosed(); // a native menu that had the keyboard has gone
+    // Of the window that this one comes for: the one it blocks, else the one used last.
+    QRect OwnerFrame() const;
     bool IsBlocked() const { return fBlocked; } // a modal window keeps the input from it
 
 protected:
     bool event(QEvent* event) override;
+    bool nativeEvent(const QByteArray& type, void* message, qintptr* result) override;
     void exposeEvent(QExposeEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
@@ -71,6 +76,10 @@ private:
     void _Activated(bool active);
     void _KeepOnScreen();
     NativeWindow* _Subset() const;
+    NativeWindow* _Blocker() const;
+    void _XEvent(int type);
+    void _PassFocus();
+    bool _MayTakeFocus() const;
     void _SendFrame(uint32 what);
     BMessage _CompositionMessage(int32 opcode) const;
     void _StartComposing();

@@ -13,11 +13,6 @@ namespace {
 std::mutex sLock;
 std::vector<ScreenInfo> sScreens; // guarded by sLock; the main one first
 
-BRect Inclusive(const QRect& rect) {
-    return BRect(static_cast<float>(rect.left()), static_cast<float>(rect.top()),
-                 static_cast<float>(rect.right()), static_cast<float>(rect.bottom()));
-}
-
 ScreenInfo Describe(const QScreen* screen) {
     return {Inclusive(screen->geometry()), Inclusive(screen->availableGeometry()),
             static_cast<float>(screen->devicePixelRatio())};
@@ -42,6 +37,11 @@ void Follow(const QScreen* screen) {
 }
 
 } // namespace
+
+BRect Inclusive(const QRect& rect) {
+    return BRect(static_cast<float>(rect.left()), static_cast<float>(rect.top()),
+                 static_cast<float>(rect.right()), static_cast<float>(rect.bottom()));
+}
 
 ScreenInfo MainScreen() {
     std::lock_guard lock(sLock);

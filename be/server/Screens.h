@@ -3,6 +3,8 @@
 #include <Rect.h>
 #include <SupportDefs.h>
 
+class QRect;
+
 namespace server {
 
 struct ScreenInfo {
@@ -14,6 +16,9 @@ struct ScreenInfo {
 // Any thread; as the server last saw it. The first is the main screen.
 ScreenInfo MainScreen();
 ScreenInfo ScreenAt(BPoint where);
+
+// A rectangle whose right and bottom edges belong to it.
+BRect Inclusive(const QRect& rect);
 
 // Server thread: reads the desktop's screens and follows their changes.
 void WatchScreens();
