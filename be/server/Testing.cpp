@@ -186,6 +186,12 @@ void Click(BWindow* window, BPoint where, uint32 button, uint32 modifiers, int32
     MouseUp(window, where, button, modifiers);
 }
 
+std::string TitleOf(BWindow* window) {
+    std::string title;
+    WithNative(window, [&](NativeWindow& native) { title = native.title().toStdString(); });
+    return title;
+}
+
 bool IsBlocked(BWindow* window) {
     bool isBlocked = false;
     WithNative(window, [&](NativeWindow& native) { isBlocked = native.IsBlocked(); });
@@ -356,10 +362,10 @@ void PointAtTitle(int32 index) {
     });
 }
 
-void StepTitle(int32 direction) {
-    Call([direction] {
+void KeyInMenu(char byte) {
+    Call([byte] {
         if (OpenMenu* menu = OpenMenu::Current())
-            menu->Step(direction);
+            menu->Press(QtKeyOf(byte, 0));
     });
 }
 

@@ -65,6 +65,8 @@ int32 InputNoticesDuring(const std::function<void()>& work);
 enum class PointerShape { kLink, kText, kOther };
 PointerShape ShapeOf(BWindow* window);
 void Activate(BWindow* window, bool active);
+// The title that the desktop shows.
+std::string TitleOf(BWindow* window);
 // Whether a modal window keeps the user's input from it; what is sent here comes all the same.
 bool IsBlocked(BWindow* window);
 // As if the user had resized it or pressed its close button.
@@ -81,8 +83,8 @@ bool MenuLineIsEnabled(const std::string& path);
 bool ChooseMenuLine(const std::string& path); // false if there is no such line or it is disabled
 void DismissMenu();
 void PointAtTitle(int32 index);
-// Left (-1) and Right (+1) in the open menu.
-void StepTitle(int32 direction);
+// A key pressed in the open menu, by its byte.
+void KeyInMenu(char byte);
 
 // From now on URLs and folders are noted here instead of being opened.
 void RecordLaunches();
