@@ -9,9 +9,11 @@
 #include <QGuiApplication>
 #include <QPainter>
 #include <QScreen>
+#include <QTimer>
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 #include <vector>
 
 namespace server {
@@ -22,7 +24,8 @@ namespace {
 std::vector<NativeWindow*> sWindows;
 
 const int kLargest = 32768;
-const int kReachable = 32; // so much of a window must be on a screen
+const int kSettleTime = 300; // milliseconds a window manager gets to take notice of a change
+const int kReachable = 32;   // so much of a window must be on a screen
 const QRgb kBackground = 0xfff2f2f2;
 const QRgb kBorder = 0xffb6bbc2;
 
@@ -166,16 +169,27 @@ void NativeWindow::ShowIt(bool takesFocus) {
     NativeWindow* parent = _Subset() != nullptr ? _Subset() : LastActive();
     if (parent != this && KindOf(fLink.fSpec.look, fLink.fSpec.feel) != Qt::Window)
         setTransientParent(parent);
-    setFlag(Qt::WindowDoesNotAcceptFocus, !takesFocus);
+    const bool takesNow = takesFocus && _MayTakeFocus();
+    fHoldsBack = takesFocus && !takesNow;
+    setFlag(Qt::WindowDoesNotAcceptFocus, !takesNow);
     _KeepOnScreen();
     fShown = true;
-    const bool takesNow = takesFocus && _MayTakeFocus();
-    setProperty("_q_showWithoutActivating", !takesNow);
     show();
     if (takesNow)
         requestActivate();
-    else if (takesFocus)
-        alert(0);
+}
+
+// A window manager gives the keyboard to a new window by itself, if that takes it at all: from when
+// it is seen the user may go to it.
+void NativeWindow::_AskForAttention() {
+    if (!std::exchange(fHoldsBack, false))
+        return;
+    setFlag(Qt::WindowDoesNotAcceptFocus, false);
+    // Reading that, a window manager forgets what a window has asked for.
+    QTimer::singleShot(kSettleTime, this, [this] {
+        if (fShown && !fActive)
+            alert(0);
+    });
 }
 
 // An alert comes by itself: while the user types in another program it only asks for attention.
@@ -336,6 +350,7 @@ void NativeWindow::exposeEvent(QExposeEvent*) {
     if (fLink.fScale.exchange(scale) != scale)
         _SendFrame(B_SCREEN_CHANGED);
     Paint(QRegion(QRect(QPoint(0, 0), size())));
+    _AskForAttention();
 }
 
 void NativeWindow::resizeEvent(QResizeEvent*) {

@@ -80,6 +80,7 @@ private:
     void _XEvent(int type);
     void _PassFocus();
     bool _MayTakeFocus() const;
+    void _AskForAttention();
     void _SendFrame(uint32 what);
     BMessage _CompositionMessage(int32 opcode) const;
     void _StartComposing();
@@ -99,7 +100,8 @@ private:
     bool fComposing = false;
     bool fShown = false;
     bool fBlocked = false;
-    bool fAltAlone = false; // Alt went down and nothing else happened since
+    bool fHoldsBack = false; // shown, but without the keyboard until it has been seen
+    bool fAltAlone = false;  // Alt went down and nothing else happened since
     int fWidth = -1;
     int fHeight = -1;
     // Clicks
