@@ -15,9 +15,9 @@ namespace {
 // What somebody may have typed into the file, in every field that is a size or a place.
 void FillWith(float number, SettingsFile* settings) {
     settings->AddRect("window_frame", BRect(number, number, number, number));
-    for (const char* key : {"column_no", "column_thread", "column_res", "column_gotten",
-                            "column_modified", "column_dat", "font_size", "board_barpos",
-                            "board_column"})
+    for (const char* key :
+         {"column_no", "column_thread", "column_res", "column_gotten", "column_modified",
+          "column_dat", "font_size", "board_barpos", "board_column"})
         settings->AddFloat(key, number);
     for (const char* key : {"bar_position", "mbar_position", "sp_align", "msp_align"})
         settings->AddInt32(key, number > 0 ? 0x7FFFFFFF : -0x7FFFFFFF);
