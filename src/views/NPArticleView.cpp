@@ -53,6 +53,8 @@ NPArticleView::NPArticleView(BRect frame)
         new BStringView(BRect(kInset, 4, right, 24), "title", "",
                         B_FOLLOW_LEFT_RIGHT | B_FOLLOW_TOP, B_WILL_DRAW | B_FULL_UPDATE_ON_RESIZE);
     fTitleLabel->SetFont(be_bold_font);
+    // The count of posts stands at the end.
+    fTitleLabel->SetTruncation(B_TRUNCATE_MIDDLE);
     AddChild(fTitleLabel);
     fUrlLabel = new NPStringView(BRect(kInset, 25, right, 44));
     AddChild(fUrlLabel);

@@ -112,6 +112,7 @@ void NPTextView::AttachedToWindow() {
 }
 
 void NPTextView::SetArticleFont(const char* family, const char* style, float size) {
+    _ClosePopUps();
     fFont.SetFamilyAndStyle(family, style);
     if (size > 0)
         fFont.SetSize(size);
