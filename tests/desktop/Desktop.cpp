@@ -145,10 +145,13 @@ Desktop::Picture Desktop::Settled(XClient::Window window) {
 
 void Desktop::ResizeTo(XClient::Window window, const XClient::Frame& frame) {
     fDesk.Resize(window, frame.width, frame.height);
+    XClient::Frame now{};
     EXPECT_TRUE(Eventually([&] {
-        const XClient::Frame now = fDesk.FrameOf(window);
+        now = fDesk.FrameOf(window);
         return now.width == frame.width && now.height == frame.height;
-    }));
+    })) << now.width
+        << " x " << now.height << " instead of " << frame.width << " x " << frame.height << "\n"
+        << fProgram->Errors();
 }
 
 XClient::Point Desktop::At(int x, int y) {

@@ -15,6 +15,7 @@ public:
         Start();
         OpenThread();
         ASSERT_TRUE(FindLink(&fLink));
+        fUsual = Settled(fWindow);
     }
 
     // A window that is alive answers a key with other pixels, and the opposite key with the old
@@ -31,7 +32,6 @@ public:
         const XClient::Point point = At(fUsual.width - 100, fUsual.height - 60);
         fDesk.Click(point.x, point.y);
         PointAside();
-        Pause(700); // past a double click, and the caret has no say here
         fUsual = Settled(fWindow);
     }
 
@@ -150,6 +150,12 @@ public:
         const XClient::Window alert = NewWindow(windows);
         ASSERT_NE(0u, alert);
         EXPECT_FALSE(IsPlain(Settled(alert)));
+        // A click on the window that waits, and another start, leave the keyboard with the alert.
+        fDesk.Click(frame.x + 300, frame.y + 400);
+        EXPECT_TRUE(Eventually([&] { return fDesk.Active() == alert; }));
+        Process again({fFolder + "/itamori"}, Settings(fFolder));
+        EXPECT_EQ(0, again.Wait()) << again.Errors();
+        EXPECT_TRUE(Eventually([&] { return fDesk.Active() == alert; }));
         fDesk.Key("Return");
         EXPECT_TRUE(Eventually([&] { return fDesk.Managed() == windows; }));
         PointAside();
@@ -163,8 +169,6 @@ public:
         EXPECT_EQ(0, fProgram->Wait()) << fProgram->Errors();
     }
 
-    std::optional<Process> fProgram;
-    XClient::Window fWindow = 0;
     XClient::Point fLink{};
     Picture fUsual;
     std::mt19937 fRandom{12};
