@@ -377,6 +377,19 @@ TEST_F(ArticleWorker, AFailedReloadFromScratchLosesNothing) {
     EXPECT_EQ(browser.Column(kColumnDat), std::vector<std::string>{"1.dat"});
 }
 
+TEST_F(ArticleWorker, ACutInsideAnOverlongLineLeavesNothingOfItBehind) {
+    CacheWithPlace();
+    const std::string whole = Answer(Post(1) + "n2<>sage<>d2<> " + std::string(30000, 'x'));
+    RawServer server({RawServer::Reply("HTTP/1.1 304 Not Modified\r\n\r\n"),
+                      RawServer::CutAfter(whole.size() - 5000, whole)});
+    Browser browser(server.Port());
+    browser.SelectThread("1.dat");
+    EXPECT_TRUE(browser.WaitForThread("title (60)"));
+    ReloadFromScratch(browser);
+    EXPECT_TRUE(browser.WaitForStatus("途中で切れました"));
+    EXPECT_TRUE(WaitForTheCachedPosts(browser));
+}
+
 TEST_F(ArticleWorker, AReloadFromScratchPutsTheWholeThreadInThePlaceOfTheCopy) {
     RawServer server({RawServer::Reply("HTTP/1.1 304 Not Modified\r\n\r\n"),
                       RawServer::Reply(Answer(Posts(1, 3), "200 OK", kLater)),
