@@ -11,9 +11,10 @@ BScreen::BScreen(BWindow* window)
     : fId(B_MAIN_SCREEN_ID), fFrame(window != nullptr ? server::ScreenOf(window->Frame()).frame
                                                       : server::MainScreen().frame) {}
 
+// From its number on: mirrored screens have the same frame.
 status_t BScreen::SetToNext() {
     const std::vector<server::ScreenInfo> screens = server::AllScreens();
-    for (size_t i = 0; i + 1 < screens.size(); i++) {
+    for (size_t i = static_cast<size_t>(fId.id); i + 1 < screens.size(); i++) {
         if (screens[i].frame != fFrame)
             continue;
         fFrame = screens[i + 1].frame;

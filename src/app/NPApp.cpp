@@ -24,7 +24,7 @@ constexpr bigtime_t kBusyRate = 100000; // microseconds a frame
 constexpr bigtime_t kLockTime =
     1000000; // microseconds; a window that shows an alert is passed over
 constexpr bigtime_t kAlertLockTime = 100000; // microseconds; an alert is held by nobody for longer
-constexpr bigtime_t kSavePause = 3000000; // microseconds between a change and its being saved
+constexpr bigtime_t kSavePause = 3000000;    // microseconds between a change and its being saved
 constexpr float kCascade = 20;
 const BRect kFirstFrame(50, 50, 600, 550);
 
@@ -256,8 +256,13 @@ void NPApp::_ActivateNextWindow() {
 // The window is recorded only while it is being opened: several updates may run at once.
 void NPApp::_UpdateBoardMenu(BMessage* message) {
     NPUpdateWindow::Setup setup;
-    if (fUpdateWindow != nullptr || !ReadProxy(*fSettings, &setup.proxy))
+    if (fUpdateWindow != nullptr)
         return;
+    const std::string refusal = FindProxy(*fSettings, &setup.proxy);
+    if (!refusal.empty()) {
+        LeaveAlert(refusal.c_str()); // everyone waits for this thread, and so does the end
+        return;
+    }
     _OpenUpdateWindow(&setup).SendMessage(kMsgBeginUpdate);
     _UpdateEnded(message);
 }

@@ -145,6 +145,7 @@ void NPTextView::_ReturnTo(const Place& place) {
 void NPTextView::RestorePlace(float top) {
     if (BScrollBar* bar = ScrollBar(B_VERTICAL))
         bar->SetValue(top);
+    fPlace.reset();
     fHasMoved = false;
 }
 

@@ -28,6 +28,8 @@ protected:
     void ShowPart(char* part, int32 length);
     // Tells the pane that all posts have come.
     void EndArticles();
+    // The next part begins the first line of a thread again.
+    void ForgetLines();
     // From one encoding or the other to UTF-8, without the zero bytes of codes that are no
     // characters.
     static std::string ToUtf8(const char* text, int32 length);

@@ -64,7 +64,8 @@ void ThreadDownload::_OpenCache() {
 void ThreadDownload::_StartOver() {
     if (fCount > 0)
         NPWindow::restartArticles(&Window(), Request());
-    fCount = fKept = 0;
+    ForgetLines();
+    fKept = 0;
 }
 
 Progress ThreadDownload::_ShowCached() {

@@ -172,6 +172,7 @@ const std::map<std::string, int32 (*)(void*)> kDrivers = {
     {"update", UpdateBoardMenu},
     {"quit in the update", QuitInTheUpdate},
     {"quit with a text", QuitWithAText},
+    {"quit under an alert", QuitUnderAnAlert},
     {"choose font", ChooseFont},
     {"print font", PrintFont},
 };

@@ -156,9 +156,9 @@ TEST_F(ReferencePopUps, StandsBesideThePointerInEveryCornerOfTheScreen) {
 TEST_F(ReferencePopUps, StandsOnThePointersScreenWhenTheWindowSpansTwo) {
     AddThread();
     const std::vector<server::ScreenInfo> real = server::AllScreens();
+    const BRect first(0, 0, 304, 1079); // mirrored on another
     const BRect second(305, 0, 1919, 1079);
-    server::PretendScreens({{BRect(0, 0, 304, 1079), BRect(0, 0, 304, 1079), 1}, //
-                            {second, second, 1}});
+    server::PretendScreens({{first, first, 1}, {first, first, 1}, {second, second, 1}});
     PopUpWindow* popUp = OpenAt(AnchorAt(">>2"));
     server::PretendScreens(real);
     ASSERT_NE(popUp, nullptr);
