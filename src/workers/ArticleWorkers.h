@@ -72,6 +72,8 @@ protected:
     virtual bool AsksByTime() const = 0;
     // Whether nothing of interest follows.
     virtual bool HasAll() const { return false; }
+    // Whether the body has ended within a line of what is wanted.
+    virtual bool EndsInsideLine(NPHttp* http) const;
 
     // Shows the reader what there is.
     Progress Fail(uint32 completion) override;
@@ -136,6 +138,7 @@ private:
     void TakePart(char* part, int32 length) override;
     bool AsksByTime() const override { return false; }
     bool HasAll() const override { return fPage.HasEnded(); }
+    bool EndsInsideLine(NPHttp* http) const override;
     void _TakePost(std::string line);
 
     CgiPage fPage;

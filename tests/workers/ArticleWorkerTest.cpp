@@ -194,7 +194,7 @@ TEST_F(ArticleWorker, AFullDiskKeepsWholeLinesAndTheNextReloadTheRest) {
         browser.SelectThread("1.dat");
         server.WaitForRequest();
         EXPECT_TRUE(browser.WaitUntil([&] { return fFolder.Read(kFile) == kept; }));
-        EXPECT_TRUE(browser.WaitForStatus(""));
+        EXPECT_TRUE(browser.WaitForStatus("キャッシュに書き込めません"));
     }
     EXPECT_EQ(fFolder.Read(kFile), kept);
     EXPECT_EQ(Time(), kEpoch);
