@@ -76,6 +76,7 @@ public:
         if (shown.empty())
             return 0;
         EXPECT_FALSE(IsPlain(Settled(shown.front())));
+        Keep(Screen(), "with pop-up " + std::to_string(fPopUps++));
         return shown.front();
     }
 
@@ -150,6 +151,7 @@ public:
         const XClient::Window alert = NewWindow(windows);
         ASSERT_NE(0u, alert);
         EXPECT_FALSE(IsPlain(Settled(alert)));
+        Keep(Screen(), "with alert");
         // A click on the window that waits, and another start, leave the keyboard with the alert.
         fDesk.Click(frame.x + 300, frame.y + 400);
         EXPECT_TRUE(Eventually([&] { return fDesk.Active() == alert; }));
@@ -170,6 +172,7 @@ public:
     }
 
     XClient::Point fLink{};
+    int fPopUps = 0;
     Picture fUsual;
     std::mt19937 fRandom{12};
 };
