@@ -40,15 +40,12 @@ Exchange::~Exchange() {
     curl_slist_free_all(fConnectTo);
 }
 
-void Exchange::Run(CURL* handle) {
+std::string Exchange::Run(CURL* handle) {
     _SetUp(handle);
     _SetUpWay(handle);
     _SetUpAnswer(handle);
     const CURLcode code = curl_easy_perform(handle);
-    if (code == CURLE_OK)
-        fTransfer->End(Transfer::State::kWhole);
-    else
-        fTransfer->End(Transfer::State::kFailed, _FailureText(code));
+    return code == CURLE_OK ? std::string() : _FailureText(code);
 }
 
 void Exchange::_AddHeader(const std::string& line) {

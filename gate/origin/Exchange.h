@@ -18,8 +18,8 @@ public:
     Exchange(const Exchange&) = delete;
     Exchange& operator=(const Exchange&) = delete;
 
-    // Runs until the transfer has ended.
-    void Run(CURL* handle);
+    // Receives the answer, but does not end the transfer. What went wrong, for the user; empty: nothing.
+    std::string Run(CURL* handle);
 
 private:
     void _SetUp(CURL* handle);

@@ -74,16 +74,18 @@ bool Origin::_WaitForTurn(const OriginRequest& request) {
     return !fChanged.wait_until(guard, turn, [this] { return fIsEnding; });
 }
 
+// What a tired server says is noted before anyone can see its answer and ask again.
 void Origin::_Receive(const OriginRequest& request, Transfer* transfer) {
     CURL* handle = fHandles->Take();
-    Exchange(fSettings, request, transfer, [this] {
-        std::lock_guard guard(fMutex);
-        return fIsEnding;
-    }).Run(handle);
+    const std::string failure = Exchange(fSettings, request, transfer, [this] {
+                                    std::lock_guard guard(fMutex);
+                                    return fIsEnding;
+                                }).Run(handle);
     fHandles->GiveBack(handle);
     const OriginHead head = transfer->Head();
     if (const std::string* retryAfter = head.Find("retry-after"))
         fRests.Note(request.host, head.status, *retryAfter);
+    transfer->End(failure.empty() ? Transfer::State::kWhole : Transfer::State::kFailed, failure);
 }
 
 } // namespace gate

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace gate {
+
+struct MenuBoard {
+    std::string name; // UTF-8
+    std::string url;  // "http://HOST/BOARD/", with "http" whatever the menu says
+};
+
+struct MenuCategory {
+    std::string name; // UTF-8
+    std::vector<MenuBoard> boards;
+};
+
+// A family's menu. What is no board (mail, portals' own pages, scripts) is left out, and so is a
+// category without boards.
+std::optional<std::vector<MenuCategory>> ParseJsonMenu(std::string_view json); // nothing: no menu
+std::vector<MenuCategory> ParseHtmlMenu(std::string_view html);                // in any charset
+
+// The page of cp932 from which the program makes its board pane. Without a board it is empty.
+// Categories of names that the program hides are named otherwise.
+std::string MakeMenuPage(const std::vector<MenuCategory>& menu, std::string_view title);
+
+} // namespace gate
