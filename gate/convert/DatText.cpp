@@ -1,5 +1,7 @@
 #include "convert/DatText.h"
 
+#include "convert/Words.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>

@@ -14,17 +14,6 @@ constexpr size_t kFieldsOfPost = 6;
 
 } // namespace
 
-bool TakeLine(std::string_view* text, std::string_view* line) {
-    if (text->empty())
-        return false;
-    const size_t feed = text->find('\n');
-    *line = text->substr(0, feed);
-    text->remove_prefix(feed == text->npos ? text->size() : feed + 1);
-    if (line->ends_with('\r'))
-        line->remove_suffix(1);
-    return true;
-}
-
 std::vector<std::string_view> SplitFields(std::string_view line) {
     std::vector<std::string_view> fields;
     for (;;) {

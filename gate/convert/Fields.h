@@ -11,8 +11,6 @@ namespace gate {
 
 // What the line formats of the families share.
 
-// The next line, without its line feed and carriage return; false at the text's end.
-bool TakeLine(std::string_view* text, std::string_view* line);
 // The fields of a line that "<>" separates.
 std::vector<std::string_view> SplitFields(std::string_view line);
 // A number of digits alone, from 1 to `most`.

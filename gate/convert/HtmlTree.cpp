@@ -1,5 +1,7 @@
 #include "convert/HtmlTree.h"
 
+#include "convert/Words.h"
+
 #include <libxml/HTMLparser.h>
 #include <libxml/SAX2.h>
 
@@ -138,14 +140,6 @@ bool IsHidden(HtmlNode* node) {
     constexpr std::array<std::string_view, 9> kHidden = {
         "script", "style", "noscript", "template", "iframe", "form", "button", "select", "object"};
     return std::ranges::find(kHidden, NameOf(node)) != kHidden.end();
-}
-
-std::string_view Trimmed(std::string_view text) {
-    constexpr std::string_view kBlanks = " \t\r\n";
-    const size_t first = text.find_first_not_of(kBlanks);
-    if (first == text.npos)
-        return "";
-    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
 } // namespace gate

@@ -53,7 +53,4 @@ HtmlNode* FindElement(HtmlNode* top, std::string_view name);
 std::string TextOf(HtmlNode* node);
 bool IsHidden(HtmlNode* node); // scripts and the like
 
-// Without the blanks and line feeds at both ends.
-std::string_view Trimmed(std::string_view text);
-
 } // namespace gate

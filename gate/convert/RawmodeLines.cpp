@@ -2,6 +2,7 @@
 
 #include "convert/Encodings.h"
 #include "convert/Fields.h"
+#include "convert/Words.h"
 
 namespace gate {
 

@@ -1,7 +1,7 @@
 #include "convert/SubjectList.h"
 
 #include "convert/Fields.h"
-#include "convert/HtmlTree.h"
+#include "convert/Words.h"
 
 #include <algorithm>
 #include <optional>
