@@ -20,7 +20,7 @@ constexpr long kMostPosts = 100'000;
 std::string MakeDatLine(const PostLine& post);
 // The line of a deleted post.
 std::string DeletedLine();
-// Posts `first` to `last` (at most kMostPosts of them), in order, with a deleted line for each
+// Posts `first` to `last` (1 to kMostPosts), in order, with a deleted line for each
 // number that is missing. Of posts of one number the first counts.
 std::string LinesOfPosts(const std::vector<PostLine>& posts, long first, long last);
 
