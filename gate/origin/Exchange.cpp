@@ -59,8 +59,7 @@ void Exchange::_SetUp(CURL* handle) {
     curl_easy_setopt(handle, CURLOPT_PATH_AS_IS, 1L);
     curl_easy_setopt(handle, CURLOPT_USERAGENT, fSettings.userAgent.c_str());
     // What comes compressed though nobody asked is opened all the same.
-    curl_easy_setopt(handle, CURLOPT_ACCEPT_ENCODING,
-                     fRequest.takesCompressed ? "" : "identity");
+    curl_easy_setopt(handle, CURLOPT_ACCEPT_ENCODING, fRequest.takesCompressed ? "" : "identity");
     if (!fRequest.takesCompressed)
         _AddHeader("Accept-Encoding:");
     if (fRequest.rangeStart >= 0)

@@ -18,7 +18,8 @@ public:
     Exchange(const Exchange&) = delete;
     Exchange& operator=(const Exchange&) = delete;
 
-    // Receives the answer, but does not end the transfer. What went wrong, for the user; empty: nothing.
+    // Receives the answer, but does not end the transfer. What went wrong, for the user; empty:
+    // nothing.
     std::string Run(CURL* handle);
 
 private:

@@ -30,10 +30,15 @@ Origin::Origin(const Settings& settings)
     : fSettings(settings), fHandles(std::make_unique<EasyHandles>()) {}
 
 Origin::~Origin() {
+    End();
     std::unique_lock guard(fMutex);
+    fChanged.wait(guard, [this] { return fThreads == 0; });
+}
+
+void Origin::End() {
+    std::lock_guard guard(fMutex);
     fIsEnding = true;
     fChanged.notify_all();
-    fChanged.wait(guard, [this] { return fThreads == 0; });
 }
 
 std::shared_ptr<Transfer> Origin::Start(const OriginRequest& request) {
@@ -68,8 +73,8 @@ void Origin::_Run(const OriginRequest& request, const std::string& key,
 }
 
 bool Origin::_WaitForTurn(const OriginRequest& request) {
-    const auto turn = fRests.TakeTurn(
-        request.host, std::chrono::milliseconds(request.family->pauseMilliseconds));
+    const auto turn =
+        fRests.TakeTurn(request.host, std::chrono::milliseconds(request.family->pauseMilliseconds));
     std::unique_lock guard(fMutex);
     return !fChanged.wait_until(guard, turn, [this] { return fIsEnding; });
 }

@@ -41,6 +41,9 @@ public:
 
     std::shared_ptr<Transfer> Start(const OriginRequest& request);
 
+    // Ends what is on its way and takes nothing more.
+    void End();
+
     const Settings& Rules() const { return fSettings; }
 
 private:

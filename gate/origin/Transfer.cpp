@@ -49,9 +49,9 @@ std::string Transfer::Body(size_t offset) const {
     return offset < fBody.size() ? fBody.substr(offset) : std::string();
 }
 
-std::string Transfer::Failure() const {
+std::string Transfer::Failure(const std::string& otherwise) const {
     std::lock_guard guard(fMutex);
-    return fFailure;
+    return fFailure.empty() ? otherwise : fFailure;
 }
 
 void Transfer::SetHead(OriginHead head) {

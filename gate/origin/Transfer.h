@@ -43,7 +43,8 @@ public:
     State Now() const;
     OriginHead Head() const;
     std::string Body(size_t offset = 0) const; // what has come behind the offset
-    std::string Failure() const;               // for the user, UTF-8
+    // Why it failed, for the user, in UTF-8; `otherwise` when it did not.
+    std::string Failure(const std::string& otherwise = "") const;
 
     // The receiver.
     void SetHead(OriginHead head);
@@ -51,7 +52,8 @@ public:
     void End(State state, const std::string& failure = "");
 
 private:
-    template <typename Condition> bool _Wait(Deadline deadline, Condition condition) const;
+    template <typename Condition>
+    bool _Wait(Deadline deadline, Condition condition) const;
 
     mutable std::mutex fMutex;
     mutable std::condition_variable fChanged;

@@ -47,8 +47,8 @@ struct Settings {
     int port = 8080;
     int connections = 64;
     std::string userAgent = "Monazilla/1.00 Itamori/0.1.0";
-    std::string certificates; // a file of authorities; empty: the system's
-    std::string outerProxy;   // empty: none
+    std::string certificates;                  // a file of authorities; empty: the system's
+    std::string outerProxy;                    // empty: none
     std::vector<std::string> allowedAddresses; // of this machine or network, reached all the same
     long connectSeconds = 15;
     long transferSeconds = 60;

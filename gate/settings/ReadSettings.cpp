@@ -58,7 +58,8 @@ public:
         values->clear();
         ForEach(*node, key, [&](const toml::node& item) { values->push_back(TextOf(item)); });
     }
-    template <typename Call> void ForEach(const toml::node& node, std::string_view key, Call call) {
+    template <typename Call>
+    void ForEach(const toml::node& node, std::string_view key, Call call) {
         const toml::array* items = node.as_array();
         if (items == nullptr)
             Refuse(node, std::string(key) + " takes a list");
@@ -102,7 +103,8 @@ public:
     }
 
 private:
-    template <typename Call> void _Table(Section* top, std::string_view name, Call call) {
+    template <typename Call>
+    void _Table(Section* top, std::string_view name, Call call) {
         const toml::node* node = top->Take(name);
         if (node == nullptr)
             return;
@@ -200,8 +202,7 @@ private:
             Refuse(*node, "renamed takes { \"old name\" = \"present name\" }");
         family->renamed.clear();
         for (const auto& [old, present] : *names)
-            family->renamed.push_back(
-                {LowerCase(old.str()), LowerCase(Section::TextOf(present))});
+            family->renamed.push_back({LowerCase(old.str()), LowerCase(Section::TextOf(present))});
     }
 
     static void _ReadArchives(Section* section, Family* family) {

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sqlite3.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -104,9 +105,9 @@ bool Database::Query::Run() {
 std::string Database::Query::Text(int column) const {
     const void* bytes = sqlite3_column_blob(fStatement, column);
     const int size = sqlite3_column_bytes(fStatement, column);
-    return bytes == nullptr ? std::string()
-                            : std::string(static_cast<const char*>(bytes),
-                                          static_cast<size_t>(size));
+    return bytes == nullptr
+               ? std::string()
+               : std::string(static_cast<const char*>(bytes), static_cast<size_t>(size));
 }
 
 int64_t Database::Query::Number(int column) const {

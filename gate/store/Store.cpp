@@ -30,8 +30,7 @@ std::optional<std::string> Store::FindMove(const std::string& host, const std::s
     return query.Bind(host).Bind(board).Step() ? std::optional(query.Text(0)) : std::nullopt;
 }
 
-void Store::SetMove(const std::string& host, const std::string& board,
-                    const std::string& newHost) {
+void Store::SetMove(const std::string& host, const std::string& board, const std::string& newHost) {
     std::lock_guard guard(fMutex);
     Query(&fDatabase, "INSERT OR REPLACE INTO moves VALUES(?, ?, ?)")
         .Bind(host)
@@ -129,7 +128,10 @@ std::optional<std::string> Store::FindMenu(const std::string& address) {
 
 void Store::SetMenu(const std::string& address, const std::string& bytes) {
     std::lock_guard guard(fMutex);
-    Query(&fDatabase, "INSERT OR REPLACE INTO menus VALUES(?, ?)").Bind(address).BindBytes(bytes).Run();
+    Query(&fDatabase, "INSERT OR REPLACE INTO menus VALUES(?, ?)")
+        .Bind(address)
+        .BindBytes(bytes)
+        .Run();
 }
 
 } // namespace gate

@@ -14,9 +14,9 @@ namespace gate {
 // A length of a thread that the program was given, and what it holds.
 struct GivenLength {
     int64_t length = 0;
-    std::string source;  // whose bytes they are
-    int64_t offset = 0;  // as many bytes of the source lie before what comes next
-    int64_t lines = -1;  // −1: not counted
+    std::string source; // whose bytes they are
+    int64_t offset = 0; // as many bytes of the source lie before what comes next
+    int64_t lines = -1; // −1: not counted
 };
 
 // A thread that the gate itself keeps, in the form of a dat.
