@@ -7,6 +7,8 @@ namespace gate {
 
 namespace {
 
+constexpr const char* kMenuPath = "/newbbsmenu.html";
+
 // In the form of the servers' own error pages, which is what the program takes apart.
 void RefusePost(Responder* responder) {
     AnswerHead head;
@@ -29,6 +31,8 @@ void Boards::Answer(const Request& request, Responder* responder) {
 }
 
 void Boards::_AnswerProxied(const Request& request, Responder* responder) {
+    if (request.path == kMenuPath && fShop.settings.IsPortal(request.host))
+        return fMenus.Answer(responder);
     const std::optional<ThreadAddress> thread =
         ParseThreadPath(fShop.settings, request.host, request.path);
     if (!thread)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "boards/Lists.h"
+#include "boards/Menus.h"
 #include "boards/Shop.h"
 #include "front/Server.h"
 
@@ -9,7 +10,7 @@ namespace gate {
 // Hands each request to who knows its answer.
 class Boards : public Answerer {
 public:
-    explicit Boards(const Shop& shop) : fShop(shop), fLists(shop) {}
+    explicit Boards(const Shop& shop) : fShop(shop), fLists(shop), fMenus(shop) {}
 
     void Answer(const Request& request, Responder* responder) override;
 
@@ -19,6 +20,7 @@ private:
 
     const Shop fShop;
     Lists fLists;
+    const Menus fMenus;
 };
 
 } // namespace gate

@@ -14,6 +14,7 @@ class Program {
 public:
     Program(const ScratchFolder& folder, std::vector<std::string> words, int listener = -1) {
         fErrors = folder / "errors";
+        std::filesystem::remove(fErrors); // of another one
         fProcess = fork();
         if (fProcess != 0)
             return;
