@@ -33,8 +33,9 @@ std::string LinesOfPage(const std::string& bytes) {
 
 std::optional<KeptThread> Archives::Find(const ThreadAddress& thread, Deadline deadline,
                                          std::string* failure) const {
-    if (std::optional<KeptThread> kept = fShop.store.FindKept(thread.KeptName()))
-        return kept;
+    if (std::optional<KeptThread> kept = fShop.store.FindKept(thread.KeptName());
+        kept && ParseAddress(kept->source))
+        return kept; // what an archive once gave
     for (const ArchivePlace& archive : thread.family->archives) {
         if (std::optional<KeptThread> found = _Fetch(thread, archive, deadline, failure)) {
             fShop.store.Keep(thread.KeptName(), *found);

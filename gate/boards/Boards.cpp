@@ -1,5 +1,6 @@
 #include "boards/Boards.h"
 
+#include "boards/CgiPages.h"
 #include "boards/DatAnswer.h"
 #include "convert/Encodings.h"
 
@@ -33,6 +34,9 @@ void Boards::Answer(const Request& request, Responder* responder) {
 void Boards::_AnswerProxied(const Request& request, Responder* responder) {
     if (request.path == kMenuPath && fShop.settings.IsPortal(request.host))
         return fMenus.Answer(responder);
+    if (const auto page = ParseCgiPath(fShop.settings, request.host, request.path);
+        page && page->thread.family->kind != FamilyKind::kDat)
+        return fCgiThreads.AnswerPage(page->thread, page->start, responder);
     const std::optional<ThreadAddress> thread =
         ParseThreadPath(fShop.settings, request.host, request.path);
     if (!thread)
@@ -50,6 +54,8 @@ void Boards::_AnswerDat(const ThreadAddress& thread, const Request& request, Res
     ThreadAddress moved = thread;
     if (const auto host = fShop.store.FindMove(thread.host, thread.board))
         moved.server = *host;
+    if (thread.family->kind != FamilyKind::kDat)
+        return fCgiThreads.AnswerDat(moved, *wanted, responder);
     DatAnswer(fShop, moved, *wanted, responder).Run();
 }
 

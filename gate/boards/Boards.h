@@ -1,5 +1,6 @@
 #pragma once
 
+#include "boards/CgiThreads.h"
 #include "boards/Lists.h"
 #include "boards/Menus.h"
 #include "boards/Shop.h"
@@ -10,7 +11,8 @@ namespace gate {
 // Hands each request to who knows its answer.
 class Boards : public Answerer {
 public:
-    explicit Boards(const Shop& shop) : fShop(shop), fLists(shop), fMenus(shop) {}
+    explicit Boards(const Shop& shop)
+        : fShop(shop), fLists(shop), fMenus(shop), fCgiThreads(shop) {}
 
     void Answer(const Request& request, Responder* responder) override;
 
@@ -21,6 +23,7 @@ private:
     const Shop fShop;
     Lists fLists;
     const Menus fMenus;
+    CgiThreads fCgiThreads;
 };
 
 } // namespace gate

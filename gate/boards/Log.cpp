@@ -52,8 +52,10 @@ Missing FindMissing(Store* store, const ThreadAddress& thread, const KeptThread&
     if (wanted.start < 0)
         return {Missing::Kind::kRest, 0, 0};
     std::optional<GivenLength> given = store->FindLength(name, wanted.start);
-    if (!given && log.source == kDatSource && store->IsPlain(name, kDatSource))
-        given = GivenLength{wanted.start, kDatSource, wanted.start, -1};
+    // The length of a copy whose download was cut was never noted.
+    const bool isPlain = log.source == kDatSource || store->WasEverGiven(name);
+    if (!given && isPlain && store->IsPlain(name, log.source))
+        given = GivenLength{wanted.start, log.source, wanted.start, -1};
     if (!given || (given->source != log.source && given->lines < 0))
         return {Missing::Kind::kUnknown};
     const bool isSame = given->source == log.source;

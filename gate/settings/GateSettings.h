@@ -35,6 +35,8 @@ struct Family {
     std::vector<ArchivePlace> archives;
     std::vector<long> droppedStatuses{301, 302, 303, 307, 308, 403, 404, 410};
     int pauseMilliseconds = 0; // between two requests to one host
+    // Where rawmode and offlaw give a thread from its first post, and from number {first} on.
+    std::string wholePath, restPath;
 
     bool Serves(std::string_view host) const; // by its present or an old name
     // The name that a host has today; all in lower case.

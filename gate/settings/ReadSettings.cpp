@@ -164,6 +164,8 @@ private:
         _ReadKind(&section, family);
         section.Texts("hosts", &family->hosts);
         section.Text("reach", &family->reach);
+        section.Text("whole_path", &family->wholePath);
+        section.Text("rest_path", &family->restPath);
         section.Whole("pause_milliseconds", 0, 60000, &family->pauseMilliseconds);
         _ReadRenamed(&section, family);
         _ReadArchives(&section, family);

@@ -73,6 +73,12 @@ bool Store::IsPlain(const std::string& thread, const std::string& source) {
     return !query.Bind(thread).Bind(source).Step();
 }
 
+bool Store::WasEverGiven(const std::string& thread) {
+    std::lock_guard guard(fMutex);
+    Query query(&fDatabase, "SELECT 1 FROM lengths WHERE thread = ? LIMIT 1");
+    return query.Bind(thread).Step();
+}
+
 bool Store::WasGiven(const std::string& thread, time_t date) {
     std::lock_guard guard(fMutex);
     Query query(&fDatabase, "SELECT 1 FROM dates WHERE thread = ? AND date = ?");

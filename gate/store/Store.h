@@ -47,6 +47,7 @@ public:
     void AddLength(const std::string& thread, const GivenLength& given);
     // Whether all lengths given are those of `source` itself. True for a thread never given.
     bool IsPlain(const std::string& thread, const std::string& source);
+    bool WasEverGiven(const std::string& thread);
 
     // Dates that a server named and the program was given.
     bool WasGiven(const std::string& thread, time_t date);
