@@ -282,7 +282,7 @@ std::string ToCp932(std::string_view text, Charset from) {
 }
 
 std::string FromCp932(std::string_view cp932, Charset to) {
-    const std::string utf8 = Cp932ToUtf8(cp932);
+    std::string utf8 = Cp932ToUtf8(cp932);
     switch (to) {
     case Charset::kCp932: return Utf8ToCp932(utf8);
     case Charset::kEucJp: return Utf8ToEuc(utf8);

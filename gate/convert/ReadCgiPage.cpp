@@ -180,8 +180,8 @@ std::vector<PostLine> PostsByHeadings(HtmlNode* root) {
 void Sort(std::vector<PostLine>* posts) {
     std::erase_if(*posts, [](const PostLine& post) { return post.number == 0; });
     std::ranges::stable_sort(*posts, {}, &PostLine::number);
-    const auto again = std::ranges::unique(*posts, {}, &PostLine::number);
-    posts->erase(again.begin(), again.end());
+    const auto isSame = [](const PostLine& a, const PostLine& b) { return a.number == b.number; };
+    posts->erase(std::unique(posts->begin(), posts->end(), isSame), posts->end());
 }
 
 bool HasEnd(const std::string& utf8, const PageMarks& marks) {

@@ -11,7 +11,9 @@ namespace gate {
 
 namespace {
 
-constexpr size_t kLongestKey = 11; // with ".dat", what the program keeps of a name
+// What the program keeps of a name, with ".dat", and of a count.
+constexpr size_t kLongestKey = 11;
+constexpr size_t kLongestCount = 7;
 
 struct Thread {
     std::string_view key, title, count;
@@ -30,8 +32,9 @@ std::string_view TakeKey(std::string_view* line) {
     return "";
 }
 
-bool IsDigits(std::string_view text) {
-    return !text.empty() && text.find_first_not_of("0123456789") == text.npos;
+bool AreDigits(std::string_view text, size_t most) {
+    return !text.empty() && text.size() <= most &&
+           text.find_first_not_of("0123456789") == text.npos;
 }
 
 std::optional<Thread> ParseThread(std::string_view line) {
@@ -43,8 +46,8 @@ std::optional<Thread> ParseThread(std::string_view line) {
         return std::nullopt;
     thread.title = Trimmed(line.substr(0, open));
     thread.count = line.substr(open + 1, line.size() - open - 2);
-    if (!IsDigits(thread.key) || thread.key.size() > kLongestKey || thread.title.empty() ||
-        !IsDigits(thread.count))
+    if (!AreDigits(thread.key, kLongestKey) || thread.title.empty() ||
+        !AreDigits(thread.count, kLongestCount))
         return std::nullopt;
     return thread;
 }
