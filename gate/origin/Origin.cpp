@@ -49,7 +49,9 @@ std::shared_ptr<Transfer> Origin::Start(const OriginRequest& request) {
     std::lock_guard guard(fMutex);
     if (fIsEnding)
         return Refusal("終了中です");
-    if (auto running = fRunning.find(key); running != fRunning.end() && !request.isPost)
+    // One that has just ended may hold what was true before the asker's last answer.
+    if (auto running = fRunning.find(key);
+        running != fRunning.end() && running->second->Now() == Transfer::State::kReceiving)
         return running->second;
     auto transfer = std::make_shared<Transfer>();
     if (!request.isPost)
