@@ -78,8 +78,10 @@ public:
             ADD_FAILURE() << error;
         fStore = std::make_unique<gate::Store>(fFolder / "gate.db");
         fOrigin = std::make_unique<gate::Origin>(fSettings);
-        fBoards = std::make_unique<gate::Boards>(gate::Shop{fSettings, *fOrigin, *fStore}, &fJournal);
-        fServer = std::make_unique<gate::Server>(fSettings, fListeners.get(), fBoards.get(), &fJournal);
+        fBoards =
+            std::make_unique<gate::Boards>(gate::Shop{fSettings, *fOrigin, *fStore}, &fJournal);
+        fServer =
+            std::make_unique<gate::Server>(fSettings, fListeners.get(), fBoards.get(), &fJournal);
         fThread = std::thread([this] { fServer->Run(); });
     }
     // What it keeps stays for the next start.
