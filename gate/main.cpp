@@ -3,6 +3,8 @@
 #include "front/Server.h"
 #include "settings/Places.h"
 
+#include <malloc.h>
+
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -85,6 +87,7 @@ int main(int count, char** words) {
     Options options;
     if (const std::optional<int> status = ReadOptions(count, words, &options))
         return *status;
+    mallopt(M_ARENA_MAX, 2); // many short threads, each with little
     gate::Settings settings;
     std::string error;
     if (!gate::ReadAllSettings(options.config, &settings, &error))

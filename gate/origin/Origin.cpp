@@ -3,6 +3,8 @@
 #include "origin/EasyHandles.h"
 #include "origin/Exchange.h"
 
+#include <malloc.h>
+
 #include <thread>
 
 namespace gate {
@@ -71,6 +73,8 @@ void Origin::_Run(const OriginRequest& request, const std::string& key,
     if (auto running = fRunning.find(key); running != fRunning.end() && running->second == transfer)
         fRunning.erase(running);
     fThreads--;
+    if (fThreads == 0)
+        malloc_trim(0); // an idle gate is small again after a busy moment
     fChanged.notify_all(); // under the lock: the waiting end may take all this away
 }
 
