@@ -74,7 +74,7 @@ void Origin::_Run(const OriginRequest& request, const std::string& key,
         fRunning.erase(running);
     fThreads--;
     if (fThreads == 0)
-        malloc_trim(0); // an idle gate is small again after a busy moment
+        malloc_trim(0);    // an idle gate is small again after a busy moment
     fChanged.notify_all(); // under the lock: the waiting end may take all this away
 }
 
