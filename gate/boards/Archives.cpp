@@ -1,0 +1,86 @@
+#include "boards/Archives.h"
+
+#include "boards/Log.h"
+#include "convert/ReadCgiPage.h"
+#include "convert/SameLength.h"
+#include "origin/Location.h"
+
+namespace gate {
+
+namespace {
+
+std::string LinesOfDat(const std::string& bytes) {
+    if (LooksLikePage(bytes) || bytes.find("<>") == std::string::npos)
+        return {};
+    SameLengthRewriter rewriter;
+    std::string lines = rewriter.Feed(bytes) + rewriter.Finish();
+    if (!lines.ends_with('\n'))
+        lines += '\n';
+    return lines;
+}
+
+// A page that leaves posts out is not taken for the thread.
+std::string LinesOfPage(const std::string& bytes) {
+    const std::optional<ReadPage> page = ParseReadPage(bytes);
+    if (!page || !page->isWhole || page->posts.empty())
+        return {};
+    const std::string lines = LinesOfPosts(page->posts, 1, page->posts.back().number);
+    SameLengthRewriter rewriter;
+    return rewriter.Feed(lines) + rewriter.Finish();
+}
+
+} // namespace
+
+std::optional<KeptThread> Archives::Find(const ThreadAddress& thread, Deadline deadline,
+                                         std::string* failure) const {
+    if (std::optional<KeptThread> kept = fShop.store.FindKept(thread.KeptName());
+        kept && ParseAddress(kept->source))
+        return kept; // what an archive once gave
+    for (const ArchivePlace& archive : thread.family->archives) {
+        if (std::optional<KeptThread> found = _Fetch(thread, archive, deadline, failure)) {
+            fShop.store.Keep(thread.KeptName(), *found);
+            return found;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<KeptThread> Archives::_Fetch(const ThreadAddress& thread, const ArchivePlace& archive,
+                                           Deadline deadline, std::string* failure) const {
+    const std::optional<Place> place = ParseAddress(FillIn(archive.address, thread));
+    const Family* family = place ? fShop.settings.FindFamily(place->host) : nullptr;
+    if (family == nullptr)
+        return std::nullopt;
+    OriginRequest request;
+    request.family = family;
+    request.host = place->host;
+    request.path = place->path;
+    request.takesCompressed = true;
+    const Fetched fetched = FetchFollowing(&fShop.origin, request, deadline);
+    if (fetched.head.status == 0) {
+        *failure = fetched.failure;
+        return std::nullopt;
+    }
+    if (fetched.head.status != 200 || !fetched.failure.empty()) {
+        if (fetched.head.status >= 429)
+            *failure = StatusText(fetched.place.host, fetched.head.status);
+        return std::nullopt;
+    }
+    if (fetched.transfer->WaitForEnd(deadline) != Transfer::State::kWhole) {
+        *failure =
+            fetched.transfer->Failure(fetched.place.host + " の過去ログを受け取りきれません");
+        return std::nullopt;
+    }
+    const std::string body = fetched.transfer->Body();
+    KeptThread kept;
+    kept.source = archive.address;
+    kept.bytes = archive.isPage ? LinesOfPage(body) : LinesOfDat(body);
+    kept.lines = CountLines(kept.bytes);
+    const std::string* date = fetched.head.Find("last-modified");
+    kept.date = date != nullptr ? ParseHttpDate(*date) : -1;
+    if (kept.date < 0)
+        kept.date = time(nullptr);
+    return kept.bytes.empty() ? std::nullopt : std::optional(kept);
+}
+
+} // namespace gate

@@ -1,0 +1,84 @@
+#include "boards/Menus.h"
+
+#include "origin/Location.h"
+
+#include <cstdio>
+#include <future>
+
+namespace gate {
+
+namespace {
+
+constexpr const char* kTitle = "BBS MENU";
+
+// What a page says that is no menu, or one without a board, is nothing.
+std::vector<MenuCategory> Parse(const std::string& bytes) {
+    const size_t first = bytes.find_first_not_of(" \t\r\n\xEF\xBB\xBF");
+    if (first != std::string::npos && bytes[first] == '{')
+        return ParseJsonMenu(bytes.substr(first)).value_or(std::vector<MenuCategory>());
+    return ParseHtmlMenu(bytes);
+}
+
+} // namespace
+
+void Menus::Answer(Responder* responder) const {
+    const Deadline deadline = fShop.AnswerDeadline();
+    std::vector<std::future<std::vector<MenuCategory>>> parts;
+    for (const std::string& address : fShop.settings.menus)
+        parts.push_back(std::async(std::launch::async, [this, address, deadline] {
+            return _FindMenu(address, deadline);
+        }));
+    std::vector<MenuCategory> menu;
+    for (auto& part : parts) {
+        std::vector<MenuCategory> categories = part.get();
+        menu.insert(menu.end(), std::make_move_iterator(categories.begin()),
+                    std::make_move_iterator(categories.end()));
+    }
+    AnswerHead head;
+    head.type = "text/html; charset=Shift_JIS";
+    head.lastModified = time(nullptr);
+    if (menu.empty()) {
+        head.status = 503;
+        head.reason = "板一覧を取得できません";
+    }
+    responder->Reply(head, menu.empty() ? std::string() : MakeMenuPage(menu, kTitle));
+}
+
+std::vector<MenuCategory> Menus::_FindMenu(const std::string& address, Deadline deadline) const {
+    if (const std::optional<std::string> bytes = _Fetch(address, deadline)) {
+        std::vector<MenuCategory> menu = Parse(*bytes);
+        if (!menu.empty()) {
+            fShop.store.SetMenu(address, *bytes);
+            return menu;
+        }
+        fprintf(stderr, "%s is no board menu\n", address.c_str());
+    }
+    const std::optional<std::string> last = fShop.store.FindMenu(address);
+    return last ? Parse(*last) : std::vector<MenuCategory>();
+}
+
+std::optional<std::string> Menus::_Fetch(const std::string& address, Deadline deadline) const {
+    const std::optional<Place> place = ParseAddress(address);
+    OriginRequest request;
+    request.family = place ? fShop.settings.FindFamily(place->host) : nullptr;
+    if (request.family == nullptr) {
+        fprintf(stderr, "%s belongs to no family of the settings\n", address.c_str());
+        return std::nullopt;
+    }
+    request.host = request.family->PresentHost(place->host);
+    request.path = place->path;
+    request.takesCompressed = true;
+    const Fetched fetched = FetchFollowing(&fShop.origin, request, deadline);
+    const bool isGood = fetched.failure.empty() && fetched.head.status == 200 &&
+                        fetched.transfer->WaitForEnd(deadline) == Transfer::State::kWhole;
+    if (isGood)
+        return fetched.transfer->Body();
+    const std::string failure = !fetched.failure.empty() ? fetched.failure
+                                : fetched.head.status != 200
+                                    ? StatusText(fetched.place.host, fetched.head.status)
+                                    : fetched.transfer->Failure("late");
+    fprintf(stderr, "%s: %s\n", address.c_str(), failure.c_str());
+    return std::nullopt;
+}
+
+} // namespace gate

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "origin/Origin.h"
+#include "store/Store.h"
+
+namespace gate {
+
+// What everyone who answers needs; all of it outlives them.
+struct Shop {
+    const Settings& settings;
+    Origin& origin;
+    Store& store;
+
+    // By when an answer that begins now must have its first byte.
+    Deadline AnswerDeadline() const {
+        return std::chrono::steady_clock::now() + std::chrono::seconds(settings.answerSeconds);
+    }
+    // By when a transfer has ended one way or another.
+    Deadline TransferDeadline() const {
+        return std::chrono::steady_clock::now() +
+               std::chrono::seconds(settings.transferSeconds + 5);
+    }
+};
+
+// What a server's status means, in words for the user.
+std::string StatusText(const std::string& host, long status);
+// Whether an answer asks if its reader is human. Waits for its body where the status allows it.
+bool IsChallenge(const Settings& settings, const OriginHead& head, const Transfer& transfer,
+                 Deadline deadline);
+
+} // namespace gate

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace gate {
+
+// Without the blanks and line feeds at both ends.
+std::string_view Trimmed(std::string_view text);
+// With the letters of ASCII in lower case.
+std::string Lowered(std::string_view text);
+// The next line, without its line feed and carriage return; false at the text's end.
+bool TakeLine(std::string_view* text, std::string_view* line);
+
+} // namespace gate

@@ -1,0 +1,309 @@
+#include "gate/TestGate.h"
+
+namespace {
+
+constexpr const char* kPath = "/news/dat/1012345678.dat";
+constexpr const char* kDate = "Fri, 02 Jan 2026 03:04:05 GMT";
+constexpr const char* kEpoch = "Thu, 01 Jan 1970 00:00:00 GMT";
+
+std::string Line(int number, const std::string& text = "text") {
+    return "name<>sage<>2026/01/02 ID:x<> " + text + std::to_string(number) + " <>" +
+           (number == 1 ? "title" : "") + "\n";
+}
+
+std::string Lines(int first, int last) {
+    std::string lines;
+    for (int number = first; number <= last; number++)
+        lines += Line(number);
+    return lines;
+}
+
+const std::string kDated = std::string("Last-Modified: ") + kDate + "\r\n";
+
+size_t StartOf(const std::string& request) {
+    const std::string range = HeaderOf(request, "Range");
+    return range.empty() ? 0 : strtoul(range.c_str() + strlen("bytes="), nullptr, 10);
+}
+
+// Ranges as most servers have them.
+OriginServer::Script Honest(const std::string& file) {
+    return [file](const std::string& request) {
+        const size_t start = StartOf(request);
+        const std::string total = std::to_string(file.size());
+        if (HeaderOf(request, "If-Modified-Since") == kDate)
+            return std::string("HTTP/1.1 304 Not Modified\r\n\r\n");
+        if (HeaderOf(request, "Range").empty())
+            return Reply("200 OK", file, kDated);
+        if (start >= file.size())
+            return Reply("416 Range Not Satisfiable", "",
+                         "Content-Range: bytes */" + total + "\r\n");
+        return Reply("206 Partial Content", file.substr(start),
+                     kDated + "Content-Range: bytes " + std::to_string(start) + "-" +
+                         std::to_string(file.size() - 1) + "/" + total + "\r\n");
+    };
+}
+
+// Whatever is asked for, the whole file comes.
+OriginServer::Script Whole(const std::string& file) {
+    return [file](const std::string&) { return Reply("200 OK", file, kDated); };
+}
+
+// The same, with its end told by the connection's.
+OriginServer::Script Endless(const std::string& file) {
+    return [file](const std::string&) { return "HTTP/1.1 200 OK\r\n" + kDated + "\r\n" + file; };
+}
+
+// Nothing is ever beyond the end: the part is empty.
+OriginServer::Script Empty(const std::string& file) {
+    return [file](const std::string& request) {
+        const size_t start = std::min(StartOf(request), file.size());
+        return Reply("206 Partial Content", file.substr(start), kDated);
+    };
+}
+
+using Kind = OriginServer::Script (*)(const std::string&);
+
+struct RangeCase {
+    const char* name;
+    Kind server;
+    std::string file;
+    size_t held;
+    const char* since;
+    int status;
+    std::string contentRange, body;
+};
+
+const std::string kThree = Lines(1, 3);
+const std::string kFive = Lines(1, 5);
+const std::string kRest = Lines(4, 5);
+const std::string kRestRange = "bytes " + std::to_string(kThree.size()) + "-" +
+                               std::to_string(kFive.size() - 1) + "/" +
+                               std::to_string(kFive.size());
+const std::string kAllHeld = "bytes */" + std::to_string(kThree.size());
+const std::string kShifted = Line(1) + Line(2, "deleted: ") + Lines(3, 5);
+
+TEST(Dat, ARangeIsAnsweredHonestlyWhateverTheServerSends) {
+    const RangeCase kCases[] = {
+        {"grown", Honest, kFive, kThree.size(), kEpoch, 206, kRestRange, kRest},
+        {"grown, whole", Whole, kFive, kThree.size(), kEpoch, 206, kRestRange, kRest},
+        {"grown, endless", Endless, kFive, kThree.size(), kEpoch, 206, kRestRange, kRest},
+        {"grown, bare", Empty, kFive, kThree.size(), kEpoch, 206, kRestRange, kRest},
+        {"same, dated", Honest, kThree, kThree.size(), kDate, 304, "", ""},
+        {"same", Honest, kThree, kThree.size(), kEpoch, 416, kAllHeld, ""},
+        {"same, whole", Whole, kThree, kThree.size(), kEpoch, 416, kAllHeld, ""},
+        {"same, whole, dated", Whole, kThree, kThree.size(), kDate, 304, "", ""},
+        {"same, endless", Endless, kThree, kThree.size(), kEpoch, 416, kAllHeld, ""},
+        {"same, bare", Empty, kThree, kThree.size(), kDate, 304, "", ""},
+        {"shifted", Honest, kShifted, kThree.size(), kEpoch, 416, "", "-"},
+        {"shifted, whole", Whole, kShifted, kThree.size(), kEpoch, 416, "", "-"},
+        {"shifted, endless", Endless, kShifted, kThree.size(), kEpoch, 416, "", "-"},
+        {"shrunk", Honest, kThree, kFive.size(), kEpoch, 416, "", "-"},
+        {"shrunk, whole", Whole, kThree, kFive.size(), kEpoch, 416, "", "-"},
+        {"shrunk, bare", Empty, kThree, kFive.size(), kEpoch, 416, "", "-"}};
+    for (const RangeCase& now : kCases) {
+        SCOPED_TRACE(now.name);
+        OriginServer origin(Whole(now.file.substr(0, now.held)));
+        TestGate gate(&origin);
+        gate.Get(kPath); // from now on the gate has given the date
+        origin.Become(now.server(now.file));
+        const GateAnswer answer = gate.GetRest(kPath, now.held, now.since);
+        EXPECT_EQ(answer.status, now.status);
+        EXPECT_EQ(answer.Header("Content-Range"), now.contentRange);
+        if (now.body == "-") {
+            EXPECT_EQ(answer.body.find("<>"), std::string::npos);
+        } else {
+            EXPECT_EQ(answer.body, now.body);
+        }
+        const std::string length = std::to_string(answer.body.size());
+        EXPECT_EQ(answer.Header("Content-Length"), now.status == 304 ? "" : length);
+        EXPECT_EQ(answer.Header("Last-Modified"), now.status == 206 ? kDate : "");
+        EXPECT_EQ(HeaderOf(origin.Requests().back(), "Range"),
+                  "bytes=" + std::to_string(now.held - 1) + "-");
+    }
+}
+
+TEST(Dat, OnlyADateThatTheGateHasGivenGoesOutward) {
+    OriginServer origin(Honest(kThree));
+    TestGate gate(&origin);
+    gate.GetRest(kPath, kThree.size(), kDate);
+    EXPECT_EQ(HeaderOf(origin.Requests().back(), "If-Modified-Since"), "");
+    gate.Get(kPath);
+    gate.GetRest(kPath, kThree.size(), kDate);
+    EXPECT_EQ(HeaderOf(origin.Requests().back(), "If-Modified-Since"), kDate);
+    gate.End();
+    gate.Start();
+    gate.GetRest(kPath, kThree.size(), kDate);
+    EXPECT_EQ(HeaderOf(origin.Requests().back(), "If-Modified-Since"), kDate);
+}
+
+TEST(Dat, WhatTheProgramCannotKnowIsRewrittenWithoutMovingAByte) {
+    const std::string file = Line(1, "https://a/ &#128512; ") + Line(2, "ttps://b/ ");
+    OriginServer origin(Honest(file));
+    TestGate gate(&origin);
+    const GateAnswer whole = gate.Get(kPath);
+    EXPECT_EQ(whole.body.size(), file.size());
+    EXPECT_NE(whole.body.find("  http://a/ (U+1F600)"), std::string::npos) << whole.body;
+    EXPECT_NE(whole.body.find("  ttp://b/ 2"), std::string::npos) << whole.body;
+}
+
+TEST(Dat, AnAnswerWithoutItsEndIsCutOffAndNeverCompleted) {
+    const std::string head = "HTTP/1.1 200 OK\r\nContent-Length: 5000\r\n\r\n";
+    OriginServer origin([&](const std::string&) { return head + kThree; });
+    TestGate gate(&origin);
+    const GateAnswer answer = gate.Get(kPath);
+    EXPECT_EQ(answer.status, 200);
+    EXPECT_EQ(answer.Header("Content-Length"), "5000");
+    EXPECT_LT(answer.body.size(), 5000u);
+    EXPECT_TRUE(kThree.starts_with(answer.body));
+    // And in chunks, whose end is missing too.
+    origin.Become([](const std::string&) {
+        return "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n4\r\na<>b\r\n";
+    });
+    EXPECT_EQ(gate.Get(kPath).status, 502);
+}
+
+struct WordsCase {
+    const char* name;
+    std::string answer;
+    int status;
+    const char* part; // of the reason
+};
+
+TEST(Dat, WhatIsNoLogIsToldInWordsAndNeverGivenAsOne) {
+    const WordsCase kCases[] = {
+        {"a portal's page", Reply("200 OK", "<!DOCTYPE html><p>login</p>"), 502, "ページ"},
+        {"a challenge", Reply("403 Forbidden", "<title>Just a moment...</title>"), 503, "人間"},
+        {"tired", Reply("503 Busy", "x", "Retry-After: 60\r\n"), 503, "混雑"},
+        {"broken", Reply("500 Oops", "x"), 502, "500"},
+        {"nothing", "", 502, "応答"},
+        {"garbage", "\x01\x02\x03\r\n\r\n", 502, "board.example"},
+        {"dropped everywhere", Reply("404 Not Found", "x"), 404, "過去ログ"},
+        {"a loop", Reply("302 Found", "", std::string("Location: ") + kPath + "\r\n"), 404, ""},
+        {"elsewhere", Reply("302 Found", "", "Location: http://evil.test/news/dat/1.dat\r\n"), 404,
+         ""},
+        {"too long", "HTTP/1.1 200 OK\r\n\r\n" + std::string(2 << 20, 'x'), 502, "大きすぎ"}};
+    for (const WordsCase& now : kCases) {
+        SCOPED_TRACE(now.name);
+        OriginServer origin([&](const std::string&) { return now.answer; });
+        TestGate gate(&origin, [](gate::Settings* settings) {
+            settings->mostBytes = 1 << 20;
+            settings->challengeMarks = {"Just a moment..."};
+        });
+        const GateAnswer answer = gate.Get(kPath);
+        EXPECT_EQ(answer.status, now.status);
+        EXPECT_NE(answer.reason.find(now.part), std::string::npos) << answer.reason;
+        EXPECT_EQ(answer.Header("Content-Length"), std::to_string(answer.body.size()));
+        EXPECT_EQ(answer.body, answer.reason + "\n");
+    }
+}
+
+TEST(Dat, ATiredServerIsLeftAloneForAsLongAsItSays) {
+    OriginServer origin(
+        [](const std::string&) { return Reply("429 Too Many", "x", "Retry-After: 60\r\n"); });
+    TestGate gate(&origin);
+    gate.Get(kPath);
+    const GateAnswer answer = gate.Get("/news/subject.txt");
+    EXPECT_EQ(origin.Requests().size(), 1u);
+    EXPECT_NE(answer.reason.find("秒待って"), std::string::npos) << answer.reason;
+}
+
+// The server drops the thread; its archive has other bytes for the same posts.
+class Drop : public testing::Test {
+protected:
+    OriginServer::Script Archive(const std::string& file) const {
+        return [file](const std::string& request) {
+            return PathOf(request) == "/news/oyster/1012/1012345678.dat"
+                       ? Reply("200 OK", file, kDated)
+                       : Reply("302 Found", "", "Location: http://board.example/news/\r\n");
+        };
+    }
+    const std::string fOther = "NAME<>sage<>2026 ID:longer<> https://one <>title\n" + Lines(2, 7);
+    OriginServer fOrigin{Honest(kThree)};
+    TestGate fGate{&fOrigin};
+};
+
+TEST_F(Drop, OfACachedThreadContinuesBehindTheLinesThatWereGiven) {
+    fGate.Get(kPath);
+    fOrigin.Become(Archive(fOther));
+    const GateAnswer rest = fGate.GetRest(kPath, kThree.size(), kDate);
+    EXPECT_EQ(rest.status, 206);
+    EXPECT_EQ(rest.body, Lines(4, 7));
+    const size_t now = kThree.size() + rest.body.size();
+    EXPECT_EQ(rest.Header("Content-Range"), "bytes " + std::to_string(kThree.size()) + "-" +
+                                                std::to_string(now - 1) + "/" +
+                                                std::to_string(now));
+    EXPECT_EQ(fGate.GetRest(kPath, now, kDate).status, 304);
+    // It is kept: neither another start nor a server that is away loses it.
+    fGate.End();
+    fGate.Start();
+    fOrigin.Become([](const std::string&) { return std::string(); });
+    EXPECT_EQ(fGate.GetRest(kPath, now).status, 416);
+    EXPECT_EQ(fGate.GetRest(kPath, now).Header("Content-Range"), "bytes */" + std::to_string(now));
+}
+
+TEST_F(Drop, OfACachedThreadOfUnknownLengthAppendsNothing) {
+    fOrigin.Become(Archive(fOther));
+    const GateAnswer answer = fGate.GetRest(kPath, kThree.size());
+    EXPECT_EQ(answer.status, 416);
+    EXPECT_NE(answer.reason.find("ログを削除"), std::string::npos) << answer.reason;
+}
+
+TEST_F(Drop, ThatWasAnErrorGoesOnWithTheServersOwnBytes) {
+    fGate.Get(kPath);
+    fOrigin.Become(Archive(fOther));
+    const size_t now = kThree.size() + fGate.GetRest(kPath, kThree.size()).body.size();
+    fOrigin.Become(Honest(Lines(1, 9)));
+    EXPECT_EQ(fGate.GetRest(kPath, now).body, Lines(8, 9));
+    const size_t then = now + Lines(8, 9).size();
+    fOrigin.Become(Honest(Lines(1, 10)));
+    EXPECT_EQ(fGate.GetRest(kPath, then).body, Lines(10, 10));
+    EXPECT_NE(HeaderOf(fOrigin.Requests().back(), "Range"), "");
+}
+
+TEST_F(Drop, IsReadFromTheServersPagesWhenTheyShowTheWholeThread) {
+    const auto page = [](int first, int last) {
+        std::string html = "<html><title>title</title><body>";
+        for (int number = first; number <= last; number++)
+            html += "<article id=\"" + std::to_string(number) +
+                    "\" class=\"clear post\"><span class=\"postid\">" + std::to_string(number) +
+                    "</span><span class=\"postusername\"><b>name</b></span><span class=\"date\">"
+                    "2026</span><section class=\"post-content\"> text </section></article>";
+        return html + "</body></html>";
+    };
+    std::string shown = page(1, 1) + page(51, 52);
+    fOrigin.Become([&](const std::string& request) {
+        return PathOf(request).starts_with("/test/read.cgi/news/1012345678/")
+                   ? Reply("200 OK", shown)
+                   : Reply("404 Not Found", "");
+    });
+    EXPECT_EQ(fGate.Get(kPath).status, 404);
+    shown = page(1, 3);
+    const GateAnswer answer = fGate.Get(kPath);
+    EXPECT_EQ(answer.status, 200);
+    EXPECT_EQ(std::count(answer.body.begin(), answer.body.end(), '\n'), 3);
+    EXPECT_TRUE(answer.body.starts_with("name<>")) << answer.body;
+}
+
+TEST(Dat, AMovedDatIsFollowedToTheSamePathOnly) {
+    OriginServer origin([](const std::string& request) {
+        if (HeaderOf(request, "Host") == "board.example")
+            return Reply("301 Moved", "",
+                         std::string("Location: https://new.example") + kPath + "\r\n");
+        return Reply("200 OK", kThree);
+    });
+    TestGate gate(&origin);
+    EXPECT_EQ(gate.Get(kPath).body, kThree);
+}
+
+TEST(Dat, AnOldHostNameIsAskedForByItsPresentName) {
+    OriginServer origin(Honest(kThree));
+    TestGate gate(&origin);
+    EXPECT_EQ(gate.Get(kPath, "", "news.old.test").body, kThree);
+    EXPECT_EQ(HeaderOf(origin.Requests().back(), "Host"), "news.board.example");
+    const std::string request = origin.Requests().back();
+    EXPECT_EQ(HeaderOf(request, "Accept-Encoding"), "");
+    EXPECT_EQ(HeaderOf(request, "Via"), "");
+    EXPECT_EQ(HeaderOf(request, "User-Agent"), gate.Settings().userAgent);
+}
+
+} // namespace
