@@ -125,12 +125,18 @@ void TodayServer::Stop() {
     fHttp.reset();
 }
 
-std::string TodayServer::GateSettings() const {
+std::string TodayServer::GateSettings(int plainPort) const {
     const std::string reach = "reach = \"127.0.0.1:" + std::to_string(fPort) + "\"\n";
+    const bool isAlone = plainPort == 0;
     return "[origin]\ncertificates = \"" + fAuthority +
            "\"\nallowed_addresses = [\"127.0.0.1\"]\nlist_seconds = 0\n\n"
-           "[portal]\nhosts = [\"portal.itamori.example\", \"menu.today.example\"]\n"
-           "menus = [\"https://menu.today.example/bbsmenu.json\"]\n\n"
+           "[portal]\nhosts = [\"portal.itamori.example\", \"menu.today.example\"]\nmenus = [" +
+           (isAlone ? "" : "\"http://menu.plain.example/newbbsmenu.html\", ") +
+           "\"https://menu.today.example/bbsmenu.json\"]\n\n" +
+           (isAlone ? ""
+                    : "[[family]]\nname = \"plain\"\nkind = \"dat\"\nscheme = \"http\"\n"
+                      "hosts = [\"*.plain.example\"]\nreach = \"127.0.0.1:" +
+                          std::to_string(plainPort) + "\"\n\n") +
            "[[family]]\nname = \"today\"\nkind = \"dat\"\n"
            "hosts = [\"today.example\", \"*.today.example\"]\n"
            "renamed = { \"yesterday.example\" = \"today.example\" }\n"

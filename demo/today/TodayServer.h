@@ -34,8 +34,9 @@ public:
     bool Start(const std::string& folder, std::string* error, int port = 0);
     void Stop();
     int Port() const { return fPort; }
-    // What a gate needs to know to get here, as its settings say it.
-    std::string GateSettings() const;
+    // What a gate needs to know to get here, as its settings say it. Where a demo server of the old
+    // kind runs at `plainPort`, its menu comes before this one's.
+    std::string GateSettings(int plainPort = 0) const;
 
     std::vector<std::string> Keys(const std::string& board) const;
     // What the server holds of a thread, as lines of a dat; "" for none.

@@ -2,15 +2,17 @@
 
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
-// The sample server of today as a program: bbsd-today FOLDER. It writes "authority.pem" and
-// "gate.toml", the settings of a gate that is to reach it, into the folder, the port it listens on
-// as one line to standard output, and serves until it is sent a signal to end.
+// The sample server of today as a program: bbsd-today FOLDER [PORT]. It writes
+// "authority.pem" and "gate.toml", the settings of a gate that is to reach it and, for its menu,
+// the demo server at PORT, into the folder, the port it listens on as one line to standard output,
+// and serves until it is sent a signal to end.
 int main(int count, char** words) {
-    if (count != 2) {
-        fprintf(stderr, "usage: %s FOLDER\n", words[0]);
+    if (count != 2 && count != 3) {
+        fprintf(stderr, "usage: %s FOLDER [PORT]\n", words[0]);
         return 2;
     }
     // Every thread inherits this: the signals wait for sigwait below.
@@ -30,7 +32,7 @@ int main(int count, char** words) {
         return 1;
     }
     std::ofstream settings(folder / "gate.toml");
-    settings << server.GateSettings();
+    settings << server.GateSettings(count == 3 ? atoi(words[2]) : 0);
     settings.close();
     if (!settings) {
         fprintf(stderr, "bbsd-today: %s can't be written\n", (folder / "gate.toml").c_str());
