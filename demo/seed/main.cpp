@@ -5,16 +5,19 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <vector>
 
 #include <Directory.h>
 
-#include "server/DemoServer.h"
+#include "server/Board.h"
+#include "server/Pages.h"
 #include "settings/SettingsFile.h"
 
-// Prepares a folder for a demo: demo_seed FOLDER PORT makes FOLDER/bbs/newbbsmenu.html, the sample
-// boards' menu, which stands beside the program, and FOLDER/settings, to be the user's settings
-// folder ($XDG_CONFIG_HOME), with settings that send every request to the demo server at PORT. What
-// is there already is replaced, but for other settings.
+// Prepares a folder for a demo: demo_seed FOLDER PORT [BOARDS…] makes FOLDER/bbs/newbbsmenu.html,
+// the menu of the sample boards and of those in further folders, which stands beside the program,
+// and FOLDER/settings, to be the user's settings folder ($XDG_CONFIG_HOME), with settings that send
+// every request to the demo server at PORT. What is there already is replaced, but for other
+// settings.
 
 namespace {
 
@@ -25,15 +28,19 @@ bool fail(const std::string& what) {
     return false;
 }
 
-bool writeMenu(const fs::path& folder) {
-    DemoServer server;
-    std::string error;
-    if (!server.LoadBoards(DEMO_BOARDS, &error))
-        return fail(error);
+bool writeMenu(const fs::path& folder, const std::vector<std::string>& boardFolders) {
+    BoardSet all;
+    for (const std::string& boards : boardFolders) {
+        BoardSet some;
+        std::string error;
+        if (!some.Load(boards, &error))
+            return fail(error);
+        all.Categories().splice(all.Categories().end(), some.Categories());
+    }
     std::error_code failure;
     fs::create_directories(folder, failure);
     std::ofstream menu(folder / "newbbsmenu.html", std::ios::binary);
-    menu << server.Menu();
+    menu << menuPage(all);
     menu.close();
     return menu ? true : fail((folder / "newbbsmenu.html").string() + " can't be written");
 }
@@ -63,13 +70,15 @@ bool writeSettings(const fs::path& folder, const char* port) {
 } // namespace
 
 int main(int argc, char** argv) {
-    int port = argc == 3 ? atoi(argv[2]) : 0;
+    int port = argc >= 3 ? atoi(argv[2]) : 0;
     if (port < 1 || port > 65535) {
-        fprintf(stderr, "usage: %s FOLDER PORT\n", argv[0]);
+        fprintf(stderr, "usage: %s FOLDER PORT [BOARDS...]\n", argv[0]);
         return 2;
     }
     fs::path folder = fs::absolute(argv[1]);
-    bool isDone = writeMenu(folder / "bbs") &&
+    std::vector<std::string> boards = {DEMO_BOARDS};
+    boards.insert(boards.end(), argv + 3, argv + argc);
+    bool isDone = writeMenu(folder / "bbs", boards) &&
                   writeSettings(folder / "settings", std::to_string(port).c_str());
     return isDone ? 0 : 1;
 }

@@ -57,7 +57,7 @@ public:
         family.hosts = {"*.example"};
         family.renamed = {{"old.test", "board.example"}};
         family.usesTls = false;
-        family.reach = origin->Address();
+        family.reach = origin != nullptr ? origin->Address() : "";
         family.archives = {{"https://{host}/{board}/oyster/{key4}/{key}.dat", false},
                            {"https://{host}/test/read.cgi/{board}/{key}/1-", true}};
         fSettings.families = {family};
