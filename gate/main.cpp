@@ -3,6 +3,8 @@
 #include "front/Server.h"
 #include "settings/Places.h"
 
+#include <malloc.h>
+
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -21,7 +23,8 @@ constexpr const char* kHelp =
     "  --version       print the version\n"
     "  --help          print this\n"
     "\n"
-    "A socket that is handed over (LISTEN_FDS) goes before the port. One line a request is "
+    "http://localhost:8080/ shows what it does. A socket that is handed over (LISTEN_FDS) goes "
+    "before the port. One line a request is "
     "written\n"
     "to standard error. SIGTERM and SIGINT end it.\n";
 
@@ -84,6 +87,7 @@ int main(int count, char** words) {
     Options options;
     if (const std::optional<int> status = ReadOptions(count, words, &options))
         return *status;
+    mallopt(M_ARENA_MAX, 2); // many short threads, each with little
     gate::Settings settings;
     std::string error;
     if (!gate::ReadAllSettings(options.config, &settings, &error))
@@ -95,8 +99,9 @@ int main(int count, char** words) {
         return Complain(error);
     gate::Store store(gate::StoreFile());
     gate::Origin origin(settings);
-    gate::Boards boards({settings, origin, store});
-    gate::Server server(settings, &listeners, &boards);
+    gate::Journal journal;
+    gate::Boards boards({settings, origin, store}, &journal);
+    gate::Server server(settings, &listeners, &boards, &journal);
     StopOnSignals(&server);
     fprintf(stderr, "itamori-gate: listening on localhost:%d\n", listeners.Port());
     server.Run();

@@ -3,6 +3,7 @@
 #include "boards/CgiPages.h"
 #include "boards/DatAnswer.h"
 #include "convert/Encodings.h"
+#include "front/StatusPage.h"
 
 namespace gate {
 
@@ -28,7 +29,16 @@ void Boards::Answer(const Request& request, Responder* responder) {
     else if (request.isAbsolute)
         _AnswerProxied(request, responder);
     else
+        _AnswerOwn(request, responder);
+}
+
+void Boards::_AnswerOwn(const Request& request, Responder* responder) {
+    if (request.path != "/")
         responder->Refuse(404, "ここには何もありません");
+    else if (request.method == "POST")
+        responder->Refuse(405, "読むだけのページです");
+    else
+        AnswerStatusPage(MakeStatusPage(fShop.settings, *fJournal, &fShop.store), responder);
 }
 
 void Boards::_AnswerProxied(const Request& request, Responder* responder) {

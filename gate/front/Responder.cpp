@@ -78,6 +78,7 @@ bool Responder::_Send(std::string_view bytes) {
 
 bool Responder::Begin(const AnswerHead& head) {
     fStatus = head.status;
+    fReason = OneLine(head.reason);
     return _Send(HeadText(head));
 }
 

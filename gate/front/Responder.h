@@ -34,6 +34,7 @@ public:
     void Reply(AnswerHead head, std::string_view body);
 
     int Status() const { return fStatus; } // 0: none yet
+    const std::string& Reason() const { return fReason; }
     int64_t Sent() const { return fSent; } // of the body
 
 private:
@@ -44,6 +45,7 @@ private:
     bool fWantsBody = true;
     bool fIsAlive = true;
     int fStatus = 0;
+    std::string fReason;
     int64_t fSent = 0;
 };
 

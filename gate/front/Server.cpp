@@ -9,7 +9,6 @@
 
 #include <array>
 #include <chrono>
-#include <cstdio>
 #include <thread>
 
 namespace gate {
@@ -45,19 +44,19 @@ void CloseOrderly(int connection) {
     close(connection);
 }
 
-// Neither what is searched nor what is posted stands in the log.
-void Log(const Request& request, const Responder& responder, int64_t milliseconds) {
+// Neither what is searched nor what is posted is noted.
+Journal::Entry EntryOf(const Request& request, const Responder& responder, int64_t milliseconds) {
     const std::string path = request.path.substr(0, request.path.find('?'));
-    fprintf(stderr, "%s %s%s %d %lld bytes %lld ms\n",
-            request.method.empty() ? "-" : request.method.c_str(), request.host.c_str(),
-            path.c_str(), responder.Status(), static_cast<long long>(responder.Sent()),
-            static_cast<long long>(milliseconds));
+    const std::string method = request.method.empty() ? "-" : request.method;
+    return {time(nullptr),      method + " " + request.host + path,
+            responder.Status(), responder.Reason(),
+            responder.Sent(),   milliseconds};
 }
 
 } // namespace
 
-Server::Server(const Settings& settings, Listeners* listeners, Answerer* answerer)
-    : fSettings(settings), fListeners(listeners), fAnswerer(answerer),
+Server::Server(const Settings& settings, Listeners* listeners, Answerer* answerer, Journal* journal)
+    : fSettings(settings), fListeners(listeners), fAnswerer(answerer), fJournal(journal),
       fStop(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {}
 
 Server::~Server() {
@@ -114,7 +113,7 @@ void Server::_Serve(int connection) {
         responder.Refuse(403, "別の利用者は使えません");
     else if (_ReadRequest(connection, &request, &responder))
         fAnswerer->Answer(request, &responder);
-    Log(request, responder, Now() - start);
+    fJournal->Add(EntryOf(request, responder, Now() - start));
     CloseOrderly(connection);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "front/Journal.h"
 #include "front/Listeners.h"
 #include "front/Request.h"
 #include "front/Responder.h"
@@ -17,12 +18,12 @@ public:
     virtual void Answer(const Request& request, Responder* responder) = 0;
 };
 
-// Takes connections, one request each, and writes a line on standard error for each. As many as the
+// Takes connections, one request each, and notes each in the journal. As many as the
 // settings say are served at a time, each on a thread of its own; others wait unaccepted.
 class Server {
 public:
     // All of them outlive the server.
-    Server(const Settings& settings, Listeners* listeners, Answerer* answerer);
+    Server(const Settings& settings, Listeners* listeners, Answerer* answerer, Journal* journal);
     ~Server(); // waits for the connections
     Server(const Server&) = delete;
     Server& operator=(const Server&) = delete;
@@ -40,6 +41,7 @@ private:
     const Settings& fSettings;
     Listeners* const fListeners;
     Answerer* const fAnswerer;
+    Journal* const fJournal;
     const int fStop; // an event that stays once it has come
     std::mutex fMutex;
     std::condition_variable fChanged;

@@ -3,7 +3,7 @@
 namespace gate {
 
 namespace {
-constexpr size_t kMostIdle = 4;
+constexpr size_t kMostIdle = 2; // each holds all authorities' certificates
 }
 
 EasyHandles::EasyHandles() {

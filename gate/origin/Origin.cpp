@@ -3,6 +3,8 @@
 #include "origin/EasyHandles.h"
 #include "origin/Exchange.h"
 
+#include <malloc.h>
+
 #include <thread>
 
 namespace gate {
@@ -49,7 +51,9 @@ std::shared_ptr<Transfer> Origin::Start(const OriginRequest& request) {
     std::lock_guard guard(fMutex);
     if (fIsEnding)
         return Refusal("終了中です");
-    if (auto running = fRunning.find(key); running != fRunning.end() && !request.isPost)
+    // One that has just ended may hold what was true before the asker's last answer.
+    if (auto running = fRunning.find(key);
+        running != fRunning.end() && running->second->Now() == Transfer::State::kReceiving)
         return running->second;
     auto transfer = std::make_shared<Transfer>();
     if (!request.isPost)
@@ -69,6 +73,8 @@ void Origin::_Run(const OriginRequest& request, const std::string& key,
     if (auto running = fRunning.find(key); running != fRunning.end() && running->second == transfer)
         fRunning.erase(running);
     fThreads--;
+    if (fThreads == 0)
+        malloc_trim(0);    // an idle gate is small again after a busy moment
     fChanged.notify_all(); // under the lock: the waiting end may take all this away
 }
 

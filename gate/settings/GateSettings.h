@@ -61,6 +61,7 @@ struct Settings {
     std::vector<std::string> portalHosts;
     std::vector<std::string> menus;
     std::vector<Family> families;
+    std::vector<std::string> files; // that were read
 
     const Family* FindFamily(std::string_view host) const; // null: no known host
     const Family* FindFamilyByName(std::string_view name) const;

@@ -239,6 +239,7 @@ bool ReadSettings(const std::string& path, Settings* settings, std::string* erro
     try {
         Settings changed = *settings;
         SettingsReader(&changed, remarks).Read(file.table());
+        changed.files.push_back(path);
         *settings = std::move(changed);
     } catch (const WrongValue& wrong) {
         *error = wrong.what();

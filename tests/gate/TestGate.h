@@ -78,8 +78,10 @@ public:
             ADD_FAILURE() << error;
         fStore = std::make_unique<gate::Store>(fFolder / "gate.db");
         fOrigin = std::make_unique<gate::Origin>(fSettings);
-        fBoards = std::make_unique<gate::Boards>(gate::Shop{fSettings, *fOrigin, *fStore});
-        fServer = std::make_unique<gate::Server>(fSettings, fListeners.get(), fBoards.get());
+        fBoards =
+            std::make_unique<gate::Boards>(gate::Shop{fSettings, *fOrigin, *fStore}, &fJournal);
+        fServer =
+            std::make_unique<gate::Server>(fSettings, fListeners.get(), fBoards.get(), &fJournal);
         fThread = std::thread([this] { fServer->Run(); });
     }
     // What it keeps stays for the next start.
@@ -119,6 +121,7 @@ public:
 private:
     ScratchFolder fFolder;
     gate::Settings fSettings;
+    gate::Journal fJournal;
     std::unique_ptr<gate::Listeners> fListeners;
     std::unique_ptr<gate::Store> fStore;
     std::unique_ptr<gate::Origin> fOrigin;

@@ -6,8 +6,6 @@
 
 namespace {
 
-const std::string kOwnNames = "localhost 127.0.0.1 [::1]";
-
 OriginServer::Script Lists() {
     return [](const std::string&) { return Reply("200 OK", "1012345678.dat<>a (1)\n"); };
 }
@@ -80,6 +78,20 @@ TEST_F(Front, OnlyTheProgramsOwnRequestsReachAServer) {
         EXPECT_EQ(answer.Header("Connection"), "close");
         EXPECT_EQ(answer.Header("Access-Control-Allow-Origin"), "");
         EXPECT_EQ(fOrigin.Requests().size() - before, now.status == 200 ? 1u : 0u);
+    }
+}
+
+TEST_F(Front, ItsOwnPageShowsWhatItDidAsTextAlone) {
+    fGate.Get("/<b>x</b>/subject.txt?secret");
+    for (const char* name : {"localhost", "127.0.0.1", "[::1]"}) {
+        const GateAnswer page =
+            Send(std::string("GET / HTTP/1.1\r\nHost: ") + name + ":PORT\r\n\r\n");
+        EXPECT_EQ(page.status, 200);
+        EXPECT_NE(page.body.find("GET board.example/&lt;b&gt;x"), std::string::npos) << page.body;
+        EXPECT_NE(page.body.find("*.example"), std::string::npos);
+        EXPECT_EQ(page.body.find("secret"), std::string::npos);
+        EXPECT_NE(page.Header("Content-Security-Policy").find("frame-ancestors 'none'"),
+                  std::string::npos);
     }
 }
 

@@ -122,6 +122,16 @@ TEST_F(OriginWay, EqualRequestsOnTheirWayAreOne) {
     EXPECT_EQ(first->Body(), "x");
 }
 
+TEST_F(OriginWay, WhoAsksAfterAnAnswerIsAskedForAnew) {
+    OriginServer server([](const std::string&) { return Reply("200 OK", "x"); });
+    fFamily.reach = server.Address();
+    gate::Origin origin(fSettings);
+    for (size_t i = 1; i <= 200; i++) {
+        origin.Start(fRequest)->WaitForEnd(Soon());
+        ASSERT_EQ(server.Requests().size(), i);
+    }
+}
+
 TEST_F(OriginWay, ANameOfThisMachineIsNotConnectedToUnlessTheSettingsNameIt) {
     OriginServer server([](const std::string&) { return Reply("200 OK", "x"); });
     fRequest.host = "localhost:" + std::to_string(server.Port());
