@@ -2,6 +2,7 @@
 // $DESKTOP_SEED sets it.
 #include "desktop/Desktop.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <random>
@@ -10,6 +11,7 @@ namespace {
 
 constexpr int kShort = 5; // seconds, in everyday runs
 constexpr int kActionsBetweenLooks = 40;
+constexpr XClient::Frame kSmall = {40, 60, 640, 480};
 
 int FromEnvironment(const char* name, int otherwise) {
     const char* value = getenv(name);
@@ -123,15 +125,38 @@ public:
         })) << fProgram->Errors();
         fDesk.Maximise(fWindow, false);
         PointAside();
-        Pause(100);
-        ResizeTo(fWindow, {0, 0, 640, 480});
+        WaitForQuiet();
+        // What a larger window brought into sight stays there: only the second time is the same.
+        for (const XClient::Frame& frame : {kUsual, kSmall, kUsual}) {
+            ResizeTo(fWindow, frame);
+            Settled(fWindow);
+        }
+        const Picture usual = Settled(fWindow);
+        ResizeTo(fWindow, kSmall);
         const Picture small = Settled(fWindow);
         ResizeTo(fWindow, kUsual);
-        const Picture usual = Settled(fWindow);
-        ResizeTo(fWindow, {0, 0, 640, 480});
-        EXPECT_TRUE(Shows(fWindow, small));
-        ResizeTo(fWindow, kUsual);
         EXPECT_TRUE(Shows(fWindow, usual));
+        ResizeTo(fWindow, kSmall);
+        EXPECT_TRUE(Shows(fWindow, small));
+        if (!HasFailure())
+            return;
+        Keep(usual, "usual");
+        Keep(small, "small");
+        Keep(fDesk.PictureOf(fWindow), "seen");
+        const std::string trace = fProgram->Errors();
+        printf("%s\n", trace.substr(trace.size() - std::min<size_t>(trace.size(), 3000)).c_str());
+    }
+
+    // What a post or a reload still brings is no business of a look: each leaves a trace.
+    void WaitForQuiet() {
+        size_t last = 0;
+        for (int quiet = 0; quiet < 10; quiet++) {
+            Pause(50);
+            const size_t now = fProgram->Errors().size();
+            if (now != last)
+                quiet = 0;
+            last = now;
+        }
     }
 
     void End() {
