@@ -1,8 +1,7 @@
 # cmake --install build/release --prefix ~/.local
 # The program writes the board menu that stands beside it: install it where its user may write.
-install(TARGETS itamori itamori-gate itamori-setup DESTINATION lib/itamori)
+install(TARGETS itamori itamori-setup DESTINATION lib/itamori)
 install(PROGRAMS launch/itamori-launch launch/keep-gate DESTINATION lib/itamori)
-install(FILES data/gate/gate.toml DESTINATION lib/itamori/gate)
 install(FILES data/icons/itamori.png DESTINATION lib/itamori)
 install(CODE "
     set(FROM \"${CMAKE_SOURCE_DIR}/data/bbs\")

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
+#include <ostream>
 
 namespace {
 
@@ -12,6 +13,10 @@ struct ThreadCase {
     const char *host, *board, *key;
     today::Fall fall; // without a status: the family has no archive
 };
+
+void PrintTo(const ThreadCase& one, std::ostream* stream) {
+    *stream << one.host << "/" << one.board;
+}
 
 long LinesOf(const std::string& text) {
     return std::count(text.begin(), text.end(), '\n');
