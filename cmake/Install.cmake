@@ -1,6 +1,7 @@
 # cmake --install build/release --prefix ~/.local
 # The program writes the board menu that stands beside it: install it where its user may write.
 install(TARGETS itamori DESTINATION lib/itamori)
+install(FILES data/icons/itamori.png DESTINATION lib/itamori)
 install(CODE "
     set(FROM \"${CMAKE_SOURCE_DIR}/data/bbs\")
     set(TO \"\${CMAKE_INSTALL_PREFIX}/lib/itamori/bbs\")

@@ -41,6 +41,12 @@ std::vector<std::string> Arguments() {
     return arguments;
 }
 
+// What people call the program: "application/x-vnd.Maker-Name" is Name.
+std::string NameOf(const std::string& signature) {
+    const size_t last = signature.find_last_of("/.-");
+    return last == signature.npos ? signature : signature.substr(last + 1);
+}
+
 // Threads still run: the process ends without destroying anything under them.
 void EndAtOnce(int status, void*) {
     fflush(nullptr);
@@ -86,7 +92,7 @@ status_t BApplication::Private::Connect(const char* appSignature) {
         fprintf(stderr, "%s is running already and does not answer\n", signature.c_str());
         return status = B_ALREADY_RUNNING;
     }
-    if (!server::Start())
+    if (!server::Start(NameOf(signature)))
         return status = B_ERROR;
     server::ReadSystemFonts();
     be_app = app;
@@ -230,19 +236,6 @@ bool BApplication::Private::QuitWindows(bool ask) const {
     return true;
 }
 
-void BApplication::Private::ActivateWindow() const {
-    for (BWindow* window : WindowList::All()) {
-        if (!window->Lock())
-            continue;
-        const bool shows = !window->IsHidden();
-        if (shows)
-            window->Activate();
-        window->Unlock();
-        if (shows)
-            return;
-    }
-}
-
 void BApplication::Pulse() {}
 void BApplication::ReadyToRun() {}
 void BApplication::ArgvReceived(int32, char**) {}
@@ -253,7 +246,8 @@ void BApplication::AboutRequested() {}
 
 void BApplication::MessageReceived(BMessage* message) {
     switch (message->what) {
-    case B_SILENT_RELAUNCH: fPrivate->ActivateWindow(); break;
+    // No window is locked: one may show an alert.
+    case B_SILENT_RELAUNCH: server::BringForward(); break;
     case B_ABOUT_REQUESTED: AboutRequested(); break;
     default: BLooper::MessageReceived(message);
     }

@@ -18,7 +18,6 @@ public:
     void SendLaunchMessages() const;
     // Asks each window, or not, and ends it. False as soon as one refuses.
     bool QuitWindows(bool ask) const;
-    void ActivateWindow() const;
     bigtime_t TimeToPulse() const;
     void TearDown(); // main thread, after serving
 

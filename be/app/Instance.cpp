@@ -2,7 +2,9 @@
 
 #include <QSocketNotifier>
 
+#include <FindDirectory.h>
 #include <OS.h>
+#include <Path.h>
 
 #include <cstdlib>
 #include <cstring>
@@ -25,12 +27,10 @@ std::string Variable(const char* name) {
 }
 
 std::string SettingsFolder() {
-    const std::string given = Variable("XDG_CONFIG_HOME");
+    BPath path;
+    find_directory(B_USER_SETTINGS_DIRECTORY, &path, true);
     std::error_code error;
-    const std::filesystem::path folder = given.empty()
-                                             ? std::filesystem::path(Variable("HOME")) / ".config"
-                                             : std::filesystem::path(given);
-    std::filesystem::create_directories(folder, error);
+    const std::filesystem::path folder = path.Path() != nullptr ? path.Path() : "/";
     const std::filesystem::path real = std::filesystem::weakly_canonical(folder, error);
     return error ? folder.string() : real.string();
 }

@@ -51,7 +51,7 @@ public:
     static BPoint AlertPosition(float width, float height);
 
 private:
-    bool _Open();
+    bool _Open(BWindow* caller); // whose thread waits, or null
 
     std::unique_ptr<Private> fPrivate;
 };

@@ -6,11 +6,14 @@
 
 class BWindow;
 
-// The screen that a window is on. Any thread.
+// The screen that most of a window is on, or any other one. Any thread.
 class BScreen {
 public:
     explicit BScreen(screen_id id = B_MAIN_SCREEN_ID);
     explicit BScreen(BWindow* window);
+
+    // The next one; B_ERROR after the last.
+    status_t SetToNext();
 
     bool IsValid() const { return fFrame.IsValid(); }
     screen_id ID() const { return fId; }

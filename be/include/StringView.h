@@ -4,7 +4,8 @@
 #include <String.h>
 #include <View.h>
 
-// One line of text that the user cannot edit. A text wider than the view is cut with an ellipsis.
+// One line of text that the user cannot edit. A text wider than the view is cut with an ellipsis,
+// at its end unless told otherwise.
 class BStringView : public BView {
 public:
     BStringView(BRect frame, const char* name, const char* text,
@@ -21,8 +22,11 @@ public:
     const char* Text() const;
     void SetAlignment(alignment flag);
     alignment Alignment() const;
+    void SetTruncation(uint32 mode); // B_TRUNCATE_END and its like
+    uint32 Truncation() const;
 
 private:
     BString fText;
     alignment fAlignment = B_ALIGN_LEFT;
+    uint32 fTruncation = B_TRUNCATE_END;
 };

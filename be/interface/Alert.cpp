@@ -4,6 +4,8 @@
 #include "interface/AlertBody.h"
 #include "interface/AlertPrivate.h"
 #include "interface/WindowPrivate.h"
+#include "server/Screens.h"
+#include "server/WindowLink.h"
 
 #include <Button.h>
 #include <InterfaceDefs.h>
@@ -58,6 +60,18 @@ private:
     std::condition_variable fGiven;
     std::optional<int32> fButton; // guarded by fLock
 };
+
+// Over the window that it comes for, and on one screen as far as it fits.
+BPoint PlaceOver(BRect owner, BRect alert) {
+    const BPoint middle(std::floor((owner.left + owner.right) / 2),
+                        std::floor((owner.top + owner.bottom) / 2));
+    const BRect screen = server::ScreenAt(middle).available;
+    const float left = owner.left + std::floor((owner.Width() - alert.Width()) / 2);
+    const float top = owner.top + std::floor((owner.Height() - alert.Height()) / 3);
+    return BPoint(
+        std::clamp(left, screen.left, std::max(screen.left, screen.right - alert.Width())),
+        std::clamp(top, screen.top, std::max(screen.top, screen.bottom - alert.Height())));
+}
 
 } // namespace
 
@@ -144,13 +158,16 @@ BTextView* BAlert::TextView() const {
 
 // A program that ends shows nothing any more. Known first, then asked: whichever comes first, one
 // of the two ends the alert.
-bool BAlert::_Open() {
+bool BAlert::_Open(BWindow* caller) {
     AlertOpens(fPrivate->self);
     if (IsProgramEnding()) {
         Quit();
         return false;
     }
-    MoveTo(AlertPosition(Bounds().Width(), Bounds().Height()));
+    const BRect owner =
+        caller != nullptr ? caller->Frame() : BWindow::Private::Of(this).link->OwnerFrame();
+    MoveTo(owner.IsValid() ? PlaceOver(owner, Bounds())
+                           : AlertPosition(Bounds().Width(), Bounds().Height()));
     Show();
     return true;
 }
@@ -158,7 +175,7 @@ bool BAlert::_Open() {
 int32 BAlert::Go() {
     const std::shared_ptr<Answer> answer = fPrivate->answer;
     auto* caller = dynamic_cast<BWindow*>(LooperForThread(find_thread(nullptr)));
-    if (!_Open())
+    if (!_Open(caller))
         return -1;
     return caller != nullptr ? answer->Wait(caller) : answer->Wait();
 }
@@ -168,7 +185,7 @@ status_t BAlert::Go(BInvoker* invoker) {
         fPrivate->message = *invoker->Message();
         fPrivate->target = invoker->Messenger();
     }
-    return _Open() ? B_OK : B_ERROR;
+    return _Open(nullptr) ? B_OK : B_ERROR;
 }
 
 void BAlert::Private::Press(int32 which) {

@@ -177,7 +177,7 @@ void BMenuBar::Private::Ended(BMenuBar* bar, const server::MenuOutcome& outcome)
     using Kind = server::MenuOutcome::Kind;
     if (outcome.kind == Kind::kTitle && bar->ItemAt(outcome.title) != nullptr &&
         outcome.title != bar->fOpen) {
-        Open(bar, outcome.title, false);
+        Open(bar, outcome.title, outcome.byKey);
         return;
     }
     bar->fOpen = -1;

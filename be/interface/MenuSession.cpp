@@ -42,6 +42,7 @@ public:
         outcome.kind = static_cast<server::MenuOutcome::Kind>(kind);
         message->FindInt32("token", &outcome.token);
         message->FindInt32("title", &outcome.title);
+        message->FindBool("by_key", &outcome.byKey);
         NoLongerOpen(fMenu);
         Looper()->RemoveHandler(this);
         Forget(this);
@@ -89,6 +90,7 @@ void SendOutcome(const BMessenger& messenger, const server::MenuOutcome& outcome
     message.AddInt32("kind", static_cast<int32>(outcome.kind));
     message.AddInt32("token", outcome.token);
     message.AddInt32("title", outcome.title);
+    message.AddBool("by_key", outcome.byKey);
     messenger.SendMessage(&message);
 }
 

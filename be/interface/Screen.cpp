@@ -8,9 +8,21 @@
 BScreen::BScreen(screen_id id) : fId(id), fFrame(server::MainScreen().frame) {}
 
 BScreen::BScreen(BWindow* window)
-    : fId(B_MAIN_SCREEN_ID),
-      fFrame(window != nullptr ? server::ScreenAt(window->Frame().LeftTop()).frame
-                               : server::MainScreen().frame) {}
+    : fId(B_MAIN_SCREEN_ID), fFrame(window != nullptr ? server::ScreenOf(window->Frame()).frame
+                                                      : server::MainScreen().frame) {}
+
+// From its number on: mirrored screens have the same frame.
+status_t BScreen::SetToNext() {
+    const std::vector<server::ScreenInfo> screens = server::AllScreens();
+    for (size_t i = static_cast<size_t>(fId.id); i + 1 < screens.size(); i++) {
+        if (screens[i].frame != fFrame)
+            continue;
+        fFrame = screens[i + 1].frame;
+        fId.id = static_cast<int32>(i + 1);
+        return B_OK;
+    }
+    return B_ERROR;
+}
 
 uint8 BScreen::IndexForColor(rgb_color color) const {
     return IndexForColor(color.red, color.green, color.blue, color.alpha);

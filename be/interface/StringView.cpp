@@ -19,7 +19,9 @@ void BStringView::AttachedToWindow() {
 }
 
 void BStringView::Draw(BRect) {
-    control_look::DrawPlainLabel(this, fText.String(), Bounds(), fAlignment);
+    BString shown(fText);
+    TruncateString(&shown, fTruncation, Bounds().Width() + 1);
+    control_look::DrawPlainLabel(this, shown.String(), Bounds(), fAlignment);
 }
 
 void BStringView::GetPreferredSize(float* width, float* height) {
@@ -49,4 +51,15 @@ void BStringView::SetAlignment(alignment flag) {
 
 alignment BStringView::Alignment() const {
     return fAlignment;
+}
+
+void BStringView::SetTruncation(uint32 mode) {
+    if (mode == fTruncation)
+        return;
+    fTruncation = mode;
+    Invalidate();
+}
+
+uint32 BStringView::Truncation() const {
+    return fTruncation;
 }

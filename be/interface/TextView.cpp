@@ -150,8 +150,10 @@ void BTextView::Insert(const char* text, int32 length, const text_run_array* run
     const int32 before = TextLength();
     const int32 offset = fPrivate->caret.Start();
     Insert(offset, text, length, runs);
-    if (wasEmpty)
-        fPrivate->Select(offset + TextLength() - before, offset + TextLength() - before);
+    if (!wasEmpty)
+        return;
+    fPrivate->Select(offset + TextLength() - before, offset + TextLength() - before);
+    fPrivate->TellInputMethod();
 }
 
 void BTextView::Insert(int32 offset, const char* text, int32 length, const text_run_array* runs) {

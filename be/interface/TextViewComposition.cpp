@@ -35,7 +35,11 @@ void BTextView::Private::ShowComposition(BMessage* message) {
     bool confirmed = false;
     message->FindBool("be:confirmed", &confirmed);
     if (confirmed) {
-        EndComposition(string);
+        int32 replaceFrom = 0;
+        int32 replaceTo = 0;
+        message->FindInt32("be:replace_from", &replaceFrom);
+        message->FindInt32("be:replace_to", &replaceTo);
+        EndComposition(string, replaceFrom, replaceTo);
         return;
     }
     const int32 length = static_cast<int32>(strlen(string));
@@ -77,7 +81,7 @@ void BTextView::Private::ReadClauses(const BMessage* message, int32 length) {
     }
 }
 
-void BTextView::Private::EndComposition(const char* result) {
+void BTextView::Private::EndComposition(const char* result, int32 replaceFrom, int32 replaceTo) {
     if (IsComposing()) {
         const int32 start = compositionStart;
         view->DeleteText(compositionStart, compositionEnd);
@@ -85,7 +89,11 @@ void BTextView::Private::EndComposition(const char* result) {
         clauses.clear();
         Select(start, start);
     }
-    if (result[0] != '\0')
+    if (replaceFrom < replaceTo)
+        Select(caret.Start() + replaceFrom, caret.Start() + replaceTo);
+    if (result[0] == '\0' && replaceFrom < replaceTo)
+        Replace(B_UNDO_TYPING, caret.Start(), caret.End(), {});
+    else if (result[0] != '\0')
         ReplaceSelection(B_UNDO_TYPING, result, static_cast<int32>(strlen(result)));
     TellInputMethod();
 }
@@ -105,6 +113,9 @@ void BTextView::Private::TellInputMethod() {
         return;
     InputMethodState state;
     state.enabled = editable && !document.lines.IsMasked();
+    // Where nobody composes, the text around the caret is of no interest.
+    if (!state.enabled && !BView::Private::Of(view).InputMethodIsEnabled())
+        return;
     state.caret = CaretFrame();
     // The composition is no part of the text around it.
     const int32 from = IsComposing() ? compositionStart : caret.Start();

@@ -31,6 +31,7 @@ public:
           fBaseline(fFrame.top + static_cast<float>(fLines.LineAt(line).ascent)) {}
 
     void FillSelection();
+    void FillClauses();
     void DrawText(BRect update);
     void UnderlineComposition();
     void InvertHighlight();
@@ -83,6 +84,15 @@ void BTextView::Private::LinePainter::FillSelection() {
     fView.SetHighColor(SelectionColor(fData.windowIsActive && fView.IsFocus()));
     for (const BRect& rect : _Cover(fData.caret.Start(), fData.caret.End()))
         fView.FillRect(rect);
+}
+
+// The clause that is being converted; small letters leave no room for a thicker line below it.
+void BTextView::Private::LinePainter::FillClauses() {
+    fView.SetHighColor(SelectionColor(true));
+    for (const Clause& clause : fData.clauses) {
+        for (const BRect& rect : _Cover(clause.from, clause.to))
+            fView.FillRect(rect);
+    }
 }
 
 void BTextView::Private::LinePainter::DrawText(BRect update) {
@@ -189,6 +199,8 @@ void BTextView::Private::Draw(BRect update) {
     for (int32 line = lines.IndexAtY(update.top - textRect.top); line <= last; line++) {
         LinePainter painter(*this, line);
         painter.FillSelection();
+        if (IsComposing())
+            painter.FillClauses();
         painter.DrawText(update);
         if (IsComposing())
             painter.UnderlineComposition();

@@ -85,7 +85,9 @@ public:
     void ShowComposition(BMessage* message);
     void PutComposition(const char* text, int32 length);
     void ReadClauses(const BMessage* message, int32 length);
-    void EndComposition(const char* result);
+    // The result takes the composition's place, and that of a range around it if one is given, in
+    // bytes from the caret.
+    void EndComposition(const char* result, int32 replaceFrom = 0, int32 replaceTo = 0);
     void AbandonComposition();
     bool IsComposing() const { return compositionEnd > compositionStart; }
     void TellInputMethod();

@@ -10,6 +10,7 @@ void BTextView::Select(int32 startOffset, int32 endOffset) {
     if (fPrivate->IsComposing())
         fPrivate->AbandonComposition();
     fPrivate->Select(startOffset, std::max(startOffset, endOffset));
+    fPrivate->TellInputMethod();
 }
 
 void BTextView::SelectAll() {

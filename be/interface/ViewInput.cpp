@@ -115,12 +115,16 @@ void BView::Private::SetInputMethodState(const InputMethodState& given) {
     context.surrounding = given.surrounding;
     context.cursorByte = given.cursorByte;
     context.anchorByte = given.anchorByte;
-    BWindow::Private::Of(window).link->SetInputContext(context);
+    BWindow::Private::Of(window).TellInputMethod(context);
+}
+
+bool BView::Private::InputMethodIsEnabled() const {
+    return window != nullptr && BWindow::Private::Of(window).inputMethodIsEnabled;
 }
 
 void BView::Private::ResetInputMethod() {
     if (window != nullptr)
-        BWindow::Private::Of(window).link->ResetInputMethod();
+        BWindow::Private::Of(window).ResetInputMethod();
 }
 
 void BView::Private::CallLater(bigtime_t delay, std::function<void()> call) {

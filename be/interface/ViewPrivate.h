@@ -73,7 +73,8 @@ public:
     // Input-method text that a focused text view shows; also for B_INPUT_METHOD_AWARE views of our
     // own.
     void SetInputMethodState(const InputMethodState& given);
-    void ResetInputMethod(); // drops a composition that the view gave up
+    bool InputMethodIsEnabled() const; // as the window told last
+    void ResetInputMethod();           // drops a composition that the view gave up
 
     // Draws by hand, in the view's coordinates. Clipped like every drawing call.
     void DrawNatively(BRect area, const std::function<void(QPainter&)>& draw);

@@ -305,7 +305,7 @@ void BWindow::CenterIn(const BRect& rect) {
 }
 
 void BWindow::CenterOnScreen() {
-    CenterIn(server::ScreenAt(fPrivate->frame.LeftTop()).available);
+    CenterIn(server::ScreenOf(fPrivate->frame).available);
 }
 
 void BWindow::SetKeyMenuBar(BMenuBar* bar) {

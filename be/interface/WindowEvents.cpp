@@ -241,7 +241,20 @@ void BWindow::Private::WheelTurned(BMessage* message, BHandler* handler) {
         target->MessageReceived(message);
 }
 
+void BWindow::Private::TellInputMethod(const server::InputContext& context) {
+    inputMethodIsEnabled = context.enabled;
+    link->SetInputContext(context);
+}
+
+void BWindow::Private::ResetInputMethod() {
+    givenUpComposition = composition;
+    link->ResetInputMethod();
+}
+
 void BWindow::Private::InputMethodSpoke(BMessage* message) {
+    message->FindInt32("be:composition", &composition);
+    if (composition <= givenUpComposition)
+        return;
     if (focus != nullptr && (BView::Private::Of(focus).flags & B_INPUT_METHOD_AWARE))
         focus->MessageReceived(message);
 }
@@ -324,7 +337,7 @@ void BWindow::Private::SetFocus(BView* view) {
     focus = view;
     window->SetPreferredHandler(view);
     if (view == nullptr || !(BView::Private::Of(view).flags & B_INPUT_METHOD_AWARE))
-        link->SetInputContext(server::InputContext());
+        TellInputMethod(server::InputContext());
 }
 
 void BWindow::Private::ViewGoes(BView* view) {

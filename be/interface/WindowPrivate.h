@@ -21,6 +21,7 @@ constexpr uint32 kMsgMark = '_MRK';
 namespace server {
 class Surface;
 class WindowLink;
+struct InputContext;
 } // namespace server
 
 // The window's data and the framework's way to it. The window's lock protects everything.
@@ -78,6 +79,8 @@ public:
     void MouseMoved(BMessage* message);
     void WheelTurned(BMessage* message, BHandler* handler);
     void InputMethodSpoke(BMessage* message);
+    void TellInputMethod(const server::InputContext& context);
+    void ResetInputMethod(); // what is still said of the present composition is not heard
     void Activated(bool nowActive);
     void ResizedByServer(const BMessage* message);
     void MovedByServer(const BMessage* message);
@@ -135,6 +138,9 @@ public:
     BPoint pointer;
     bool pointerFresh = false; // the next GetMouse tells of the message, not of the present
     bool altAlone = false;
+    bool inputMethodIsEnabled = false;
+    int32 composition = 0;        // the last that was heard of, by its number
+    int32 givenUpComposition = 0; // the last that was reset
     BMenuBar* keyMenuBar = nullptr;
     BButton* defaultButton = nullptr;
     std::vector<Shortcut> shortcuts;

@@ -24,7 +24,7 @@ struct MenuLine {
     bool radio = false; // a mark is shown as one of several
     bool separator = false;
     // What comes back when it is chosen; above 0. A line with a submenu can be chosen itself, by a
-    // click or Enter, only with one.
+    // click, Enter or Space, only with one.
     int32 token = 0;
     bool hasSubmenu = false;
     std::vector<MenuLine> submenu;
@@ -42,6 +42,7 @@ struct MenuOutcome {
     Kind kind = Kind::kDismissed;
     int32 token = 0;
     int32 title = -1;
+    bool byKey = false; // that title was reached with the keyboard
 };
 
 struct MenuRequest {

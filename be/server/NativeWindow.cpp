@@ -9,9 +9,11 @@
 #include <QGuiApplication>
 #include <QPainter>
 #include <QScreen>
+#include <QTimer>
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 #include <vector>
 
 namespace server {
@@ -22,7 +24,8 @@ namespace {
 std::vector<NativeWindow*> sWindows;
 
 const int kLargest = 32768;
-const int kReachable = 32; // so much of a window must be on a screen
+const int kSettleTime = 300; // milliseconds a window manager gets to take notice of a change
+const int kReachable = 32;   // so much of a window must be on a screen
 const QRgb kBackground = 0xfff2f2f2;
 const QRgb kBorder = 0xffb6bbc2;
 
@@ -69,6 +72,18 @@ int Pixels(float inclusive) {
     return std::clamp(static_cast<int>(std::lround(inclusive)) + 1, 1, kLargest);
 }
 
+// A limit as large as a screen is no limit: it must not keep a maximised window from filling a
+// larger one.
+QSize WithoutScreens(QSize largest) {
+    for (const QScreen* one : QGuiApplication::screens()) {
+        if (largest.width() >= one->size().width())
+            largest.setWidth(kLargest);
+        if (largest.height() >= one->size().height())
+            largest.setHeight(kLargest);
+    }
+    return largest;
+}
+
 QRect GeometryOf(BRect frame) {
     return QRect(static_cast<int>(std::lround(frame.left)),
                  static_cast<int>(std::lround(frame.top)), Pixels(frame.Width()),
@@ -82,7 +97,7 @@ NativeWindow::NativeWindow(WindowLink& link)
     setSurfaceType(QSurface::RasterSurface);
     ApplyKind();
     ApplyLimits();
-    setTitle(QString::fromStdString(link.fSpec.title));
+    ApplyTitle();
     setGeometry(GeometryOf(link.fSpec.frame));
     QObject::connect(this, &QWindow::screenChanged, [this] { _SendFrame(B_SCREEN_CHANGED); });
     sWindows.insert(sWindows.begin(), this);
@@ -118,16 +133,69 @@ NativeWindow* NativeWindow::_Subset() const {
                                                                                : nullptr;
 }
 
+// What keeps the input from this window; where one lies over another, the one that gets it.
+NativeWindow* NativeWindow::_Blocker() const {
+    for (auto at = sWindows.rbegin(); at != sWindows.rend(); ++at) {
+        const window_feel feel = (*at)->fLink.fSpec.feel;
+        const bool blocksMe = feel != B_MODAL_SUBSET_WINDOW_FEEL || (*at)->_Subset() == this;
+        if (*at != this && (*at)->isVisible() && !(*at)->fBlocked && IsModalFeel(feel) && blocksMe)
+            return *at;
+    }
+    return nullptr;
+}
+
+void NativeWindow::_PassFocus() {
+    if (NativeWindow* blocker = _Blocker())
+        blocker->BringForward();
+}
+
+// To the front, with the keyboard; what blocks it comes before it.
+void NativeWindow::BringForward() {
+    if (windowStates() & Qt::WindowMinimized)
+        setWindowStates(windowStates() & ~Qt::WindowMinimized);
+    raise();
+    if (fBlocked)
+        _PassFocus();
+    else
+        requestActivate();
+}
+
+QRect NativeWindow::OwnerFrame() const {
+    const NativeWindow* owner = _Subset() != nullptr ? _Subset() : LastActive();
+    return owner != nullptr && owner != this ? owner->geometry() : QRect();
+}
+
 void NativeWindow::ShowIt(bool takesFocus) {
     NativeWindow* parent = _Subset() != nullptr ? _Subset() : LastActive();
     if (parent != this && KindOf(fLink.fSpec.look, fLink.fSpec.feel) != Qt::Window)
         setTransientParent(parent);
-    setFlag(Qt::WindowDoesNotAcceptFocus, !takesFocus);
+    const bool takesNow = takesFocus && _MayTakeFocus();
+    fHoldsBack = takesFocus && !takesNow;
+    setFlag(Qt::WindowDoesNotAcceptFocus, !takesNow);
     _KeepOnScreen();
     fShown = true;
     show();
-    if (takesFocus)
+    if (takesNow)
         requestActivate();
+}
+
+// A window manager gives the keyboard to a new window by itself, if that takes it at all: from when
+// it is seen the user may go to it.
+void NativeWindow::_AskForAttention() {
+    if (!std::exchange(fHoldsBack, false))
+        return;
+    setFlag(Qt::WindowDoesNotAcceptFocus, false);
+    // Reading that, a window manager forgets what a window has asked for.
+    QTimer::singleShot(kSettleTime, this, [this] {
+        if (fShown && !fActive)
+            alert(0);
+    });
+}
+
+// An alert comes by itself: while the user types in another program it only asks for attention.
+bool NativeWindow::_MayTakeFocus() const {
+    return !IsModalFeel(fLink.fSpec.feel) || QGuiApplication::focusWindow() != nullptr ||
+           LastActive() == nullptr;
 }
 
 // A frame that was kept from another screen may lie where there is none now.
@@ -156,6 +224,11 @@ void NativeWindow::HideIt() {
         next->requestActivate();
 }
 
+void NativeWindow::ApplyTitle() {
+    const QString title = QString::fromStdString(fLink.fSpec.title);
+    setTitle(title.isEmpty() ? QCoreApplication::applicationName() : title);
+}
+
 void NativeWindow::ApplyKind() {
     const WindowSpec& spec = fLink.fSpec;
     Qt::WindowFlags kind = KindOf(spec.look, spec.feel) | ButtonsFor(spec.flags);
@@ -173,7 +246,7 @@ void NativeWindow::ApplyKind() {
 void NativeWindow::ApplyLimits() {
     const WindowSpec& spec = fLink.fSpec;
     QSize smallest(Pixels(spec.minWidth), Pixels(spec.minHeight));
-    QSize largest(Pixels(spec.maxWidth), Pixels(spec.maxHeight));
+    QSize largest = WithoutScreens(QSize(Pixels(spec.maxWidth), Pixels(spec.maxHeight)));
     const QSize now = GeometryOf(spec.frame).size();
     if (spec.flags & (B_NOT_RESIZABLE | B_NOT_H_RESIZABLE)) {
         smallest.setWidth(now.width());
@@ -277,6 +350,7 @@ void NativeWindow::exposeEvent(QExposeEvent*) {
     if (fLink.fScale.exchange(scale) != scale)
         _SendFrame(B_SCREEN_CHANGED);
     Paint(QRegion(QRect(QPoint(0, 0), size())));
+    _AskForAttention();
 }
 
 void NativeWindow::resizeEvent(QResizeEvent*) {
@@ -288,6 +362,7 @@ void NativeWindow::resizeEvent(QResizeEvent*) {
 }
 
 void NativeWindow::moveEvent(QMoveEvent*) {
+    fAltAlone = false; // held to move the window
     if (fShown)
         _SendFrame(B_WINDOW_MOVED);
 }
@@ -303,10 +378,7 @@ void NativeWindow::_SendFrame(uint32 what) {
     message.AddPoint("where", BPoint(static_cast<float>(x()), static_cast<float>(y())));
     if (what == B_SCREEN_CHANGED) {
         const QRect screenRect = screen() != nullptr ? screen()->geometry() : QRect();
-        message.AddRect("frame", BRect(static_cast<float>(screenRect.left()),
-                                       static_cast<float>(screenRect.top()),
-                                       static_cast<float>(screenRect.right()),
-                                       static_cast<float>(screenRect.bottom())));
+        message.AddRect("frame", Inclusive(screenRect));
         message.AddInt32("mode", B_RGB32);
     }
     message.AddInt32("serial", fLink.fSeenSerial);

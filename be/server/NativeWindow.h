@@ -39,6 +39,8 @@ public:
 
     void ShowIt(bool takesFocus);
     void HideIt();
+    void BringForward();
+    void ApplyTitle();
     void ApplyKind();
     void ApplyLimits();
     void ApplyFrame(bool moved);
@@ -46,11 +48,15 @@ public:
     static void ApplicationCursorChanged();
     void Paint(const QRegion& exposed);
     void SetInputContext(const InputContext& context);
-    void MenuClosed();                          // a native menu that had the keyboard has gone
+    void ResetInputMethod();
+    void MenuClosed(); // a native menu that had the keyboard has gone
+    // Of the window that this one comes for: the one it blocks, else the one used last.
+    QRect OwnerFrame() const;
     bool IsBlocked() const { return fBlocked; } // a modal window keeps the input from it
 
 protected:
     bool event(QEvent* event) override;
+    bool nativeEvent(const QByteArray& type, void* message, qintptr* result) override;
     void exposeEvent(QExposeEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
@@ -70,8 +76,17 @@ private:
     void _Activated(bool active);
     void _KeepOnScreen();
     NativeWindow* _Subset() const;
+    NativeWindow* _Blocker() const;
+    void _XEvent(int type);
+    void _PassFocus();
+    bool _MayTakeFocus() const;
+    void _AskForAttention();
     void _SendFrame(uint32 what);
-    void _StopComposing(const QString& result);
+    BMessage _CompositionMessage(int32 opcode) const;
+    void _StartComposing();
+    void _StopComposing(const QInputMethodEvent* event);
+    void _AddReplaced(const QInputMethodEvent* event, BMessage& message) const;
+    bool _IsLateResult(const QInputMethodEvent* event);
     QRegion _DeviceRegion(const QRegion& region) const;
     QRegion _LogicalRegion(const QRegion& device) const;
     void _Copy(const QImage& image, const QRegion& changed);
@@ -85,7 +100,8 @@ private:
     bool fComposing = false;
     bool fShown = false;
     bool fBlocked = false;
-    bool fAltAlone = false; // Alt went down and nothing else happened since
+    bool fHoldsBack = false; // shown, but without the keyboard until it has been seen
+    bool fAltAlone = false;  // Alt went down and nothing else happened since
     int fWidth = -1;
     int fHeight = -1;
     // Clicks
@@ -93,6 +109,10 @@ private:
     QPointF fClickPoint;
     uint32 fClickButton = 0;
     int32 fClicks = 0;
+    // The composition: its number, what it showed last, what was on show when it was given up
+    int32 fComposition = 0;
+    QString fPreedit;
+    QString fGivenUp;
     // What the input method asks for
     bool fInputEnabled = false;
     QRect fCaret;

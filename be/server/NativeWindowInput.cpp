@@ -12,6 +12,8 @@
 #include <QWheelEvent>
 
 #include <cmath>
+#include <cstdint>
+#include <cstring>
 
 namespace server {
 
@@ -23,6 +25,17 @@ const int kWheelStep = 120;
 BPoint PixelOf(const QPointF& point) {
     return BPoint(static_cast<float>(std::floor(point.x())),
                   static_cast<float>(std::floor(point.y())));
+}
+
+// Types of X events, the same ones in the core protocol and in its extension for input, whose
+// events are generic ones with a type of their own.
+enum { kKeyPress = 2, kButtonPress = 4, kEnter = 7, kLeave = 8, kFocusIn = 9, kGeneric = 35 };
+
+int XTypeOf(const uint8_t* event) {
+    const int type = event[0] & 0x7f;
+    uint16_t inner = 0;
+    memcpy(&inner, event + 8, sizeof(inner));
+    return type == kGeneric ? inner : type;
 }
 
 bool IsMenuKey(const QKeyEvent* event) {
@@ -76,6 +89,23 @@ bool NativeWindow::event(QEvent* event) {
     }
     default: return QWindow::event(event);
     }
+}
+
+bool NativeWindow::nativeEvent(const QByteArray& type, void* message, qintptr* result) {
+    if (type == "xcb_generic_event_t")
+        _XEvent(XTypeOf(static_cast<const uint8_t*>(message)));
+    return QWindow::nativeEvent(type, message, result);
+}
+
+// What the toolkit keeps to itself: input of a blocked window, and that the window manager has
+// taken the pointer, to move the window with Alt held.
+void NativeWindow::_XEvent(int type) {
+    if (type == kEnter || type == kLeave)
+        fAltAlone = false;
+    // When the toolkit has read the event's time: without it window managers refuse.
+    if (fBlocked && (type == kKeyPress || type == kButtonPress || type == kFocusIn))
+        QMetaObject::invokeMethod(
+            this, [this] { _PassFocus(); }, Qt::QueuedConnection);
 }
 
 void NativeWindow::_SendPointer(uint32 what, const QPointF& where, uint32 buttons, uint32 modifiers,
@@ -150,6 +180,7 @@ void NativeWindow::_Key(const QKeyEvent* event, bool down) {
         return;
     }
     fAltAlone = false;
+    fGivenUp.clear();
     BMessage message(down ? B_KEY_DOWN : B_KEY_UP);
     if (IsMenuKey(event)) {
         const QKeyEvent menuKey(event->type(), Qt::Key_Menu, Qt::NoModifier);

@@ -9,18 +9,14 @@
 #include <QInputMethodEvent>
 #include <QTextFormat>
 
+#include <utility>
+
 namespace server {
 
 namespace {
 
 int32 ByteOffset(const QString& text, int unit) {
     return static_cast<int32>(text.left(qMax(0, unit)).toUtf8().size());
-}
-
-BMessage MessageOf(int32 opcode) {
-    BMessage message(B_INPUT_METHOD_EVENT);
-    message.AddInt32("be:opcode", opcode);
-    return message;
 }
 
 // The caret first; a range to convert, if there is one, is what the caret's length tells.
@@ -51,20 +47,18 @@ void AddClauses(const QInputMethodEvent* event, const QString& text, BMessage& m
 } // namespace
 
 void NativeWindow::_InputMethod(const QInputMethodEvent* event) {
-    const QString& text = event->preeditString();
-    if (!event->commitString().isEmpty())
-        _StopComposing(event->commitString());
-    if (text.isEmpty()) {
-        if (fComposing)
-            _StopComposing(QString());
+    if (_IsLateResult(event))
         return;
-    }
-    if (!fComposing) {
-        BMessage started = MessageOf(B_INPUT_METHOD_STARTED);
-        _Send(started);
-        fComposing = true;
-    }
-    BMessage changed = MessageOf(B_INPUT_METHOD_CHANGED);
+    const QString& text = event->preeditString();
+    const bool hasResult = !event->commitString().isEmpty() || event->replacementLength() > 0;
+    if (hasResult || (text.isEmpty() && fComposing))
+        _StopComposing(event);
+    fPreedit = text;
+    if (text.isEmpty())
+        return;
+    if (!fComposing)
+        _StartComposing();
+    BMessage changed = _CompositionMessage(B_INPUT_METHOD_CHANGED);
     changed.AddString("be:string", text.toUtf8().constData());
     changed.AddBool("be:confirmed", false);
     AddSelection(event, text, changed);
@@ -72,22 +66,65 @@ void NativeWindow::_InputMethod(const QInputMethodEvent* event) {
     _Send(changed);
 }
 
-// The composition ends with this text; an empty one takes it away.
-void NativeWindow::_StopComposing(const QString& result) {
-    if (!fComposing) {
-        BMessage started = MessageOf(B_INPUT_METHOD_STARTED);
-        _Send(started);
-    }
-    BMessage changed = MessageOf(B_INPUT_METHOD_CHANGED);
-    const QByteArray bytes = result.toUtf8();
+BMessage NativeWindow::_CompositionMessage(int32 opcode) const {
+    BMessage message(B_INPUT_METHOD_EVENT);
+    message.AddInt32("be:opcode", opcode);
+    message.AddInt32("be:composition", fComposition);
+    return message;
+}
+
+void NativeWindow::_StartComposing() {
+    fComposition++;
+    fComposing = true;
+    BMessage started = _CompositionMessage(B_INPUT_METHOD_STARTED);
+    _Send(started);
+}
+
+// The composition ends with the event's result; an empty one takes it away.
+void NativeWindow::_StopComposing(const QInputMethodEvent* event) {
+    if (!fComposing)
+        _StartComposing();
+    BMessage changed = _CompositionMessage(B_INPUT_METHOD_CHANGED);
+    const QByteArray bytes = event->commitString().toUtf8();
     changed.AddString("be:string", bytes.constData());
     changed.AddBool("be:confirmed", true);
     changed.AddInt32("be:selection", static_cast<int32>(bytes.size()));
     changed.AddInt32("be:selection", static_cast<int32>(bytes.size()));
+    _AddReplaced(event, changed);
     _Send(changed);
-    BMessage stopped = MessageOf(B_INPUT_METHOD_STOPPED);
+    BMessage stopped = _CompositionMessage(B_INPUT_METHOD_STOPPED);
     _Send(stopped);
     fComposing = false;
+}
+
+// The part of the text around the caret that the result replaces, in bytes from the caret.
+void NativeWindow::_AddReplaced(const QInputMethodEvent* event, BMessage& message) const {
+    if (event->replacementLength() <= 0)
+        return;
+    const int size = static_cast<int>(fSurrounding.size());
+    const int from = qBound(0, fCursor + event->replacementStart(), size);
+    const int to =
+        qBound(from, fCursor + event->replacementStart() + event->replacementLength(), size);
+    const int32 caret = ByteOffset(fSurrounding, fCursor);
+    message.AddInt32("be:replace_from", ByteOffset(fSurrounding, from) - caret);
+    message.AddInt32("be:replace_to", ByteOffset(fSurrounding, to) - caret);
+}
+
+// A reset lets some input methods hand over what they had, at once or a moment later. The window
+// has kept that text already, and another field may have the focus by now.
+void NativeWindow::ResetInputMethod() {
+    fGivenUp = fPreedit;
+    QGuiApplication::inputMethod()->reset();
+    fComposing = false;
+    fPreedit.clear();
+}
+
+bool NativeWindow::_IsLateResult(const QInputMethodEvent* event) {
+    const bool saysNothing = event->preeditString().isEmpty() && event->commitString().isEmpty();
+    if (fGivenUp.isEmpty() || saysNothing)
+        return false;
+    return event->commitString() == std::exchange(fGivenUp, QString()) &&
+           event->preeditString().isEmpty();
 }
 
 void NativeWindow::SetInputContext(const InputContext& context) {

@@ -224,9 +224,9 @@ bool OpenMenu::_KeyLeavesMenu(const QKeyEvent* event) {
     const QAction* active = fMenu.activeAction();
     const bool opensSubmenu = active != nullptr && active->menu() != nullptr && active->isEnabled();
     if (event->key() == Qt::Key_Left)
-        Step(-1);
+        _Step(-1);
     else if (event->key() == Qt::Key_Right && !opensSubmenu)
-        Step(1);
+        _Step(1);
     else
         return false;
     return true;
@@ -244,7 +244,8 @@ bool OpenMenu::_KeepsOpen(const QPoint& global) const {
     return false;
 }
 
-// Qt only opens what lies below a line with a submenu, where a click or Enter may choose it too.
+// Qt only opens what lies below a line with a submenu, where a click, Enter or Space may choose it
+// too.
 bool OpenMenu::_ChoosesSubmenu(const QAction* action) {
     if (action == nullptr || action->menu() == nullptr || !action->isEnabled() ||
         action->data().toInt() <= 0)
@@ -259,7 +260,8 @@ bool OpenMenu::_ClickChooses(const QMenu* menu, const QMouseEvent* event) {
 }
 
 bool OpenMenu::_KeyChooses(const QMenu* menu, const QKeyEvent* event) {
-    return (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) &&
+    const int key = event->key();
+    return (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space) &&
            _ChoosesSubmenu(menu->activeAction());
 }
 
@@ -293,18 +295,28 @@ bool OpenMenu::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void OpenMenu::PointAt(int32 title) {
+    _GoToTitle(title, false);
+}
+
+void OpenMenu::Press(int key) {
+    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+    QCoreApplication::sendEvent(&fMenu, &event);
+}
+
+void OpenMenu::_GoToTitle(int32 title, bool byKey) {
     if (fRequest.titles.empty())
         return;
     MenuOutcome outcome;
     outcome.kind = MenuOutcome::Kind::kTitle;
     outcome.title = title;
+    outcome.byKey = byKey;
     _Finish(outcome);
 }
 
-void OpenMenu::Step(int32 direction) {
+void OpenMenu::_Step(int32 direction) {
     const int32 count = static_cast<int32>(fRequest.titles.size());
     if (count > 0)
-        PointAt((fRequest.currentTitle + direction + count) % count);
+        _GoToTitle((fRequest.currentTitle + direction + count) % count, true);
 }
 
 namespace {

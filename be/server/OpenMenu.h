@@ -26,7 +26,7 @@ public:
     void Choose(const QAction* action);
     void Click(QAction* action); // at the top level
     void PointAt(int32 title);
-    void Step(int32 direction);
+    void Press(int key);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -40,6 +40,8 @@ private:
     void _Pop();
     void _Finish(const MenuOutcome& outcome);
     bool _IsPointingElsewhere(const QPoint& global);
+    void _GoToTitle(int32 title, bool byKey);
+    void _Step(int32 direction);
     bool _KeyLeavesMenu(const QKeyEvent* event);
     bool _KeepsOpen(const QPoint& global) const;
     bool _ChoosesSubmenu(const QAction* action);

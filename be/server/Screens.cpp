@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 #include <QScreen>
 
+#include <algorithm>
 #include <mutex>
 #include <vector>
 
@@ -12,11 +13,6 @@ namespace {
 
 std::mutex sLock;
 std::vector<ScreenInfo> sScreens; // guarded by sLock; the main one first
-
-BRect Inclusive(const QRect& rect) {
-    return BRect(static_cast<float>(rect.left()), static_cast<float>(rect.top()),
-                 static_cast<float>(rect.right()), static_cast<float>(rect.bottom()));
-}
 
 ScreenInfo Describe(const QScreen* screen) {
     return {Inclusive(screen->geometry()), Inclusive(screen->availableGeometry()),
@@ -43,6 +39,11 @@ void Follow(const QScreen* screen) {
 
 } // namespace
 
+BRect Inclusive(const QRect& rect) {
+    return BRect(static_cast<float>(rect.left()), static_cast<float>(rect.top()),
+                 static_cast<float>(rect.right()), static_cast<float>(rect.bottom()));
+}
+
 ScreenInfo MainScreen() {
     std::lock_guard lock(sLock);
     return sScreens.empty() ? ScreenInfo() : sScreens.front();
@@ -55,6 +56,29 @@ ScreenInfo ScreenAt(BPoint where) {
             return screen;
     }
     return sScreens.empty() ? ScreenInfo() : sScreens.front();
+}
+
+ScreenInfo ScreenOf(BRect area) {
+    ScreenInfo best = MainScreen();
+    float most = 0;
+    for (const ScreenInfo& screen : AllScreens()) {
+        const BRect common = screen.frame & area;
+        const float size = common.IsValid() ? (common.Width() + 1) * (common.Height() + 1) : 0;
+        if (size > most)
+            best = screen;
+        most = std::max(most, size);
+    }
+    return best;
+}
+
+std::vector<ScreenInfo> AllScreens() {
+    std::lock_guard lock(sLock);
+    return sScreens.empty() ? std::vector<ScreenInfo>(1) : sScreens;
+}
+
+void PretendScreens(const std::vector<ScreenInfo>& screens) {
+    std::lock_guard lock(sLock);
+    sScreens = screens;
 }
 
 void WatchScreens() {

@@ -3,6 +3,10 @@
 #include <Rect.h>
 #include <SupportDefs.h>
 
+#include <vector>
+
+class QRect;
+
 namespace server {
 
 struct ScreenInfo {
@@ -14,6 +18,14 @@ struct ScreenInfo {
 // Any thread; as the server last saw it. The first is the main screen.
 ScreenInfo MainScreen();
 ScreenInfo ScreenAt(BPoint where);
+// The one that most of a rectangle lies on; the main screen if none of it lies on any.
+ScreenInfo ScreenOf(BRect area);
+std::vector<ScreenInfo> AllScreens(); // one at least
+// For tests: they are these until the desktop tells of a change.
+void PretendScreens(const std::vector<ScreenInfo>& screens);
+
+// A rectangle whose right and bottom edges belong to it.
+BRect Inclusive(const QRect& rect);
 
 // Server thread: reads the desktop's screens and follows their changes.
 void WatchScreens();

@@ -6,6 +6,8 @@
 #include "server/Signals.h"
 
 #include <QApplication>
+#include <QFileInfo>
+#include <QIcon>
 #include <QThread>
 #include <QTimer>
 
@@ -129,7 +131,14 @@ void FollowActivation(Qt::ApplicationState state) {
         sActivationHandler(active);
 }
 
-void Connect() {
+// The picture that stands beside the program under its name.
+void UseProgramIcon() {
+    const QString path = QCoreApplication::applicationFilePath() + QLatin1String(".png");
+    if (QFileInfo::exists(path))
+        QGuiApplication::setWindowIcon(QIcon(path));
+}
+
+void Connect(const std::string& programName) {
     static int argc = 1;
     static char name[] = "itamori";
     static char* argv[] = {name, nullptr};
@@ -140,6 +149,9 @@ void Connect() {
     sApplication = new QApplication(argc, argv);
     OffscreenIsPrepared();
     sApplication->setQuitOnLastWindowClosed(false);
+    // Windows without a title bear the program's name.
+    QCoreApplication::setApplicationName(QString::fromStdString(programName));
+    UseProgramIcon();
     // The toolkit has taken the user's locale over; dates and numbers in files and requests must
     // not follow.
     setlocale(LC_TIME, "C");
@@ -149,14 +161,14 @@ void Connect() {
 
 } // namespace
 
-bool Start() {
+bool Start(const std::string& programName) {
     if (sQueue != nullptr)
         return true;
     if (!ChoosePlatform()) {
         fprintf(stderr, "no display: set DISPLAY, WAYLAND_DISPLAY or QT_QPA_PLATFORM=offscreen\n");
         return false;
     }
-    Connect();
+    Connect(programName);
     sThread = QThread::currentThreadId();
     sQueue = new WorkQueue;
     WatchScreens();
@@ -212,6 +224,13 @@ bool Call(const std::function<void()>& work) {
 void PostLater(bigtime_t microseconds, std::function<void()> work) {
     Post([microseconds, work = std::move(work)] {
         QTimer::singleShot(static_cast<int>(microseconds / 1000), sApplication, work);
+    });
+}
+
+void BringForward() {
+    Post([] {
+        if (NativeWindow* last = NativeWindow::LastActive())
+            last->BringForward();
     });
 }
 

@@ -11,9 +11,9 @@
 // others may wait for it.
 namespace server {
 
-// Main thread. Connects to the desktop; false with a line on standard error if there is none. Once
-// a process.
-bool Start();
+// Main thread. Connects to the desktop as a program of this name; false with a line on standard
+// error if there is none. Once a process.
+bool Start(const std::string& programName);
 // Main thread: handles events and what is posted until Stop.
 void Serve();
 // Any thread. What is posted afterwards is dropped and nobody who calls waits any more.
@@ -29,6 +29,9 @@ void Post(std::function<void()> work);
 bool Call(const std::function<void()>& work);
 // On the server's thread, after at least that time.
 void PostLater(bigtime_t microseconds, std::function<void()> work);
+
+// Any thread: the window that had the keyboard last, or what blocks it, comes to the front.
+void BringForward();
 
 // Called on the server's thread when the desktop or a signal asks the program to end.
 void SetQuitHandler(std::function<void()> handler);

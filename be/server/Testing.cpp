@@ -12,9 +12,11 @@
 #include <OS.h>
 
 #include <QCloseEvent>
-#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QInputMethod>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QTextCharFormat>
 #include <QWheelEvent>
 
 namespace server::testing {
@@ -184,6 +186,12 @@ void Click(BWindow* window, BPoint where, uint32 button, uint32 modifiers, int32
     MouseUp(window, where, button, modifiers);
 }
 
+std::string TitleOf(BWindow* window) {
+    std::string title;
+    WithNative(window, [&](NativeWindow& native) { title = native.title().toStdString(); });
+    return title;
+}
+
 bool IsBlocked(BWindow* window) {
     bool isBlocked = false;
     WithNative(window, [&](NativeWindow& native) { isBlocked = native.IsBlocked(); });
@@ -219,18 +227,40 @@ void Type(BWindow* window, const char* utf8) {
     }
 }
 
-void Compose(BWindow* window, const char* utf8, int32 cursorByte) {
-    const int cursor = static_cast<int>(QString::fromUtf8(utf8, cursorByte).size());
-    const QList<QInputMethodEvent::Attribute> attributes = {
-        QInputMethodEvent::Attribute(QInputMethodEvent::Cursor, cursor, 1)};
+void Compose(BWindow* window, const char* utf8, int32 cursorByte, int32 clauseStart,
+             int32 clauseEnd) {
+    const auto units = [utf8](int32 bytes) {
+        return static_cast<int>(QString::fromUtf8(utf8, bytes).size());
+    };
+    QList<QInputMethodEvent::Attribute> attributes = {
+        QInputMethodEvent::Attribute(QInputMethodEvent::Cursor, units(cursorByte), 1)};
+    if (clauseStart < clauseEnd) {
+        QTextCharFormat format;
+        format.setBackground(Qt::blue);
+        attributes.append(QInputMethodEvent::Attribute(
+            QInputMethodEvent::TextFormat, units(clauseStart),
+            units(clauseEnd) - units(clauseStart), QVariant::fromValue<QTextFormat>(format)));
+    }
     QInputMethodEvent event(QString::fromUtf8(utf8), attributes);
     Send(window, event);
 }
 
-void CommitComposition(BWindow* window, const char* utf8) {
+void CommitComposition(BWindow* window, const char* utf8, int32 replaceStart, int32 replaceLength) {
     QInputMethodEvent event;
-    event.setCommitString(QString::fromUtf8(utf8));
+    event.setCommitString(QString::fromUtf8(utf8), replaceStart, replaceLength);
     Send(window, event);
+}
+
+int32 InputNoticesDuring(const std::function<void()>& work) {
+    int32 count = 0;
+    QMetaObject::Connection connection;
+    Call([&] {
+        connection = QObject::connect(QGuiApplication::inputMethod(),
+                                      &QInputMethod::cursorRectangleChanged, [&count] { count++; });
+    });
+    work();
+    Call([&] { QObject::disconnect(connection); });
+    return count;
 }
 
 PointerShape ShapeOf(BWindow* window) {
@@ -332,10 +362,10 @@ void PointAtTitle(int32 index) {
     });
 }
 
-void StepTitle(int32 direction) {
-    Call([direction] {
+void KeyInMenu(char byte) {
+    Call([byte] {
         if (OpenMenu* menu = OpenMenu::Current())
-            menu->Step(direction);
+            menu->Press(QtKeyOf(byte, 0));
     });
 }
 

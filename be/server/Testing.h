@@ -51,14 +51,22 @@ void Wheel(BWindow* window, BPoint where, float deltaX, float deltaY);
 void Key(BWindow* window, char byte, uint32 modifiers = 0, uint32 functionKey = 0);
 void MenuKey(BWindow* window);
 void Type(BWindow* window, const char* utf8);
-// An input method's composition (empty ends it without text) and its result.
-void Compose(BWindow* window, const char* utf8, int32 cursorByte);
-void CommitComposition(BWindow* window, const char* utf8);
+// An input method's composition (empty ends it without text), perhaps with a clause that is being
+// converted, and its result, which may replace some of the text: a range in UTF-16 units from the
+// caret.
+void Compose(BWindow* window, const char* utf8, int32 cursorByte, int32 clauseStart = 0,
+             int32 clauseEnd = 0);
+void CommitComposition(BWindow* window, const char* utf8, int32 replaceStart = 0,
+                       int32 replaceLength = 0);
+// How often the input method was told of a change meanwhile.
+int32 InputNoticesDuring(const std::function<void()>& work);
 // The pointer's shape over the window, by the cursors that the tests ask for: the link's, the
 // text's, or any other.
 enum class PointerShape { kLink, kText, kOther };
 PointerShape ShapeOf(BWindow* window);
 void Activate(BWindow* window, bool active);
+// The title that the desktop shows.
+std::string TitleOf(BWindow* window);
 // Whether a modal window keeps the user's input from it; what is sent here comes all the same.
 bool IsBlocked(BWindow* window);
 // As if the user had resized it or pressed its close button.
@@ -75,8 +83,8 @@ bool MenuLineIsEnabled(const std::string& path);
 bool ChooseMenuLine(const std::string& path); // false if there is no such line or it is disabled
 void DismissMenu();
 void PointAtTitle(int32 index);
-// Left (-1) and Right (+1) in the open menu.
-void StepTitle(int32 direction);
+// A key pressed in the open menu, by its byte.
+void KeyInMenu(char byte);
 
 // From now on URLs and folders are noted here instead of being opened.
 void RecordLaunches();

@@ -4,9 +4,6 @@
 #include "server/Screens.h"
 #include "server/Server.h"
 
-#include <QGuiApplication>
-#include <QInputMethod>
-
 namespace server {
 
 WindowLink::WindowLink(const WindowSpec& spec)
@@ -48,7 +45,7 @@ void WindowLink::Hide() {
 void WindowLink::SetTitle(const std::string& title) {
     _WithNative([this, title](NativeWindow& native) {
         fSpec.title = title;
-        native.setTitle(QString::fromStdString(title));
+        native.ApplyTitle();
     });
 }
 
@@ -88,16 +85,22 @@ void WindowLink::SetSubset(const std::shared_ptr<WindowLink>& window) {
     });
 }
 
+BRect WindowLink::OwnerFrame() {
+    BRect frame;
+    Call([&] {
+        const QRect owner = fNative != nullptr ? fNative->OwnerFrame() : QRect();
+        if (owner.isValid())
+            frame = Inclusive(owner);
+    });
+    return frame;
+}
+
 void WindowLink::Activate(bool active) {
     _WithNative([active](NativeWindow& native) {
-        if (!active) {
+        if (active)
+            native.BringForward();
+        else
             native.lower();
-            return;
-        }
-        if (native.windowStates() & Qt::WindowMinimized)
-            native.setWindowStates(native.windowStates() & ~Qt::WindowMinimized);
-        native.raise();
-        native.requestActivate();
     });
 }
 
@@ -127,7 +130,7 @@ void WindowLink::SetInputContext(const InputContext& context) {
 }
 
 void WindowLink::ResetInputMethod() {
-    _WithNative([](NativeWindow&) { QGuiApplication::inputMethod()->reset(); });
+    _WithNative([](NativeWindow& native) { native.ResetInputMethod(); });
 }
 
 void WindowLink::Blit() {

@@ -57,6 +57,8 @@ public:
     void SetLimits(float minWidth, float maxWidth, float minHeight, float maxHeight);
     void SetKind(window_look look, window_feel feel, uint32 flags);
     void SetSubset(const std::shared_ptr<WindowLink>& window); // null: none
+    // Waits for the server. Of the window that this one comes for; invalid without one.
+    BRect OwnerFrame();
     void Activate(bool active);
     void Minimize(bool minimize);
     void Zoom();

@@ -155,6 +155,10 @@ void AppendWord(std::string_view word, std::string* text) {
     *text += word;
 }
 
+bool IsNextPost(HtmlNode* node, const std::vector<std::string>& posts) {
+    return NameOf(node) == "dt" || NameOf(node) == "dd" || HasClass(node, posts);
+}
+
 } // namespace
 
 std::string Escaped(std::string_view text) {
@@ -173,7 +177,7 @@ std::string Escaped(std::string_view text) {
     return escaped;
 }
 
-std::string BodyOf(HtmlNode* message) {
+std::string BodyOf(HtmlNode* message, const std::vector<std::string>& posts) {
     BodyWriter writer;
     for (HtmlNode* node = NextNode(message, message); node != nullptr;) {
         const std::string_view name = NameOf(node);
@@ -186,7 +190,8 @@ std::string BodyOf(HtmlNode* message) {
             writer.Add(PictureText(node));
         else if (!IsLayout(ContentOf(node)))
             writer.Add(Escaped(ContentOf(node)));
-        node = isLink || IsHidden(node) ? NodeAfter(node, message) : NextNode(node, message);
+        const bool isPassed = isLink || IsHidden(node) || IsNextPost(node, posts);
+        node = isPassed ? NodeAfter(node, message) : NextNode(node, message);
     }
     return writer.Finish();
 }

@@ -11,8 +11,9 @@ namespace gate {
 // links that the program knows, other links as their text, pictures of boards as "sssp:" addresses.
 // All of it UTF-8.
 
-// A post's text; its lines are ended by " <br> ".
-std::string BodyOf(HtmlNode* message);
+// A post's text; its lines are ended by " <br> ". Without the posts that a tag left open holds as
+// well: elements of the classes in `posts`, and of definition lists.
+std::string BodyOf(HtmlNode* message, const std::vector<std::string>& posts = {});
 // A poster's name: what isn't bold (a sign of identity) stands in "</b>" and "<b>".
 std::string NameFieldOf(HtmlNode* name);
 // The address behind a name, without "mailto:".

@@ -86,7 +86,7 @@ PostLine PostByClasses(HtmlNode* element, HtmlNode* message, const PageMarks& ma
         post.mail = Coded(MailOf(name));
     }
     post.date = DateOfPost(element, marks);
-    post.body = Coded(BodyOf(message));
+    post.body = Coded(BodyOf(message, marks.post));
     return post;
 }
 
@@ -157,11 +157,10 @@ PostLine PostOf(HtmlNode* element, HtmlNode* message, const PageMarks& marks) {
 
 std::vector<PostLine> PostsByClasses(HtmlNode* root, const PageMarks& marks) {
     std::vector<PostLine> posts;
-    for (HtmlNode* node = root; node != nullptr;) {
+    for (HtmlNode* node = root; node != nullptr; node = NextNode(node, root)) {
         HtmlNode* message = HasClass(node, marks.post) ? FindClass(node, marks.message) : nullptr;
         if (message != nullptr)
             posts.push_back(PostOf(node, message, marks));
-        node = message != nullptr ? NodeAfter(node, root) : NextNode(node, root);
     }
     return posts;
 }

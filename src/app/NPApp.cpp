@@ -24,16 +24,18 @@ constexpr bigtime_t kBusyRate = 100000; // microseconds a frame
 constexpr bigtime_t kLockTime =
     1000000; // microseconds; a window that shows an alert is passed over
 constexpr bigtime_t kAlertLockTime = 100000; // microseconds; an alert is held by nobody for longer
+constexpr bigtime_t kSavePause = 3000000;    // microseconds between a change and its being saved
 constexpr float kCascade = 20;
 const BRect kFirstFrame(50, 50, 600, 550);
 
-// Calls with the window locked. One that has gone meanwhile can't be locked.
-template <typename Call>
-void WithWindow(BWindow* window, Call call) {
+// Asks with the window locked. One that has gone meanwhile can't be locked: false.
+template <typename Question>
+bool WithWindow(BWindow* window, Question question) {
     if (window == nullptr || window->LockWithTimeout(kLockTime) != B_OK)
-        return;
-    call(window);
+        return false;
+    const bool answer = question(window);
     window->Unlock();
+    return answer;
 }
 
 } // namespace
@@ -65,6 +67,7 @@ void NPApp::InitPrefs() {
     // Whatever was saved, the cache is on wherever its folder is usable.
     if (CheckPath("2ch/2chCache") == 0)
         fSettings->Replace("enable_cache", true);
+    fSettings->TellChanges(be_app_messenger);
 }
 
 int32 NPApp::CheckPath(const char* name) {
@@ -140,6 +143,7 @@ void NPApp::MessageReceived(BMessage* message) {
     case kMsgUpdateBoardMenu: _UpdateBoardMenu(message); break;
     case kMsgUpdateEnded: _UpdateEnded(message); break;
     case kMsgBusyCursor: _ChangeBusyCursor(message); break;
+    case kMsgSettingsChanged: _SaveSoon(); break;
     default: BApplication::MessageReceived(message);
     }
 }
@@ -232,21 +236,33 @@ void NPApp::_OpenBoard(BMessage* message, uint32 selection) {
 
 void NPApp::_ActivateNextWindow() {
     const int32 count = CountWindows();
-    for (int32 i = 0; i < count; i++) {
-        bool isActive = false;
-        WithWindow(WindowAt(i), [&](BWindow* window) { isActive = window->IsActive(); });
-        if (!isActive)
-            continue;
-        WithWindow(WindowAt((i + 1) % count), [](BWindow* window) { window->Activate(true); });
-        return;
+    int32 active = 0;
+    const auto isActive = [](BWindow* window) { return window->IsActive(); };
+    while (active < count && !WithWindow(WindowAt(active), isActive))
+        active++;
+    // Pop-ups, which never have the keyboard, are stepped over.
+    const auto activate = [](BWindow* window) {
+        const bool takesKeys = (window->Flags() & B_AVOID_FOCUS) == 0;
+        if (takesKeys)
+            window->Activate(true);
+        return takesKeys;
+    };
+    for (int32 step = 1; active < count && step <= count; step++) {
+        if (WithWindow(WindowAt((active + step) % count), activate))
+            return;
     }
 }
 
 // The window is recorded only while it is being opened: several updates may run at once.
 void NPApp::_UpdateBoardMenu(BMessage* message) {
     NPUpdateWindow::Setup setup;
-    if (fUpdateWindow != nullptr || !ReadProxy(*fSettings, &setup.proxy))
+    if (fUpdateWindow != nullptr)
         return;
+    const std::string refusal = FindProxy(*fSettings, &setup.proxy);
+    if (!refusal.empty()) {
+        LeaveAlert(refusal.c_str()); // everyone waits for this thread, and so does the end
+        return;
+    }
     _OpenUpdateWindow(&setup).SendMessage(kMsgBeginUpdate);
     _UpdateEnded(message);
 }
@@ -282,20 +298,43 @@ void NPApp::_ChangeBusyCursor(BMessage* message) {
     fBusyCount += busy ? 1 : -1;
     fShowsBusy = busy || fBusyCount > 0;
     if (busy) {
-        SetPulseRate(kBusyRate);
+        _SetPulse();
         ShowCursor();
     } else if (!fShowsBusy) {
-        SetPulseRate(0);
+        _SetPulse();
         SetCursor(B_HAND_CURSOR);
         ShowCursor();
     }
 }
 
 void NPApp::Pulse() {
+    _SaveIfDue();
+    if (fShowsBusy)
+        _ShowNextFrame();
+}
+
+// None runs while nothing is busy and nothing has changed.
+void NPApp::_SetPulse() {
+    SetPulseRate(fShowsBusy ? kBusyRate : fSaveTime > 0 ? kSavePause : 0);
+}
+
+// Several changes are saved at once; a crash, or a desktop that goes, loses no more than these.
+void NPApp::_SaveSoon() {
+    fSaveTime = system_time() + kSavePause;
+    _SetPulse();
+}
+
+void NPApp::_SaveIfDue() {
+    if (fSaveTime == 0 || system_time() < fSaveTime)
+        return;
+    fSaveTime = 0;
+    _SetPulse();
+    fSettings->Save();
+}
+
+void NPApp::_ShowNextFrame() {
     // Goes on from where the last busy time ended.
     static int32 sFrame = 0;
-    if (!fShowsBusy)
-        return;
     sFrame = sFrame >= kTimeCursorCount ? 0 : sFrame;
     SetCursor(time_cursors[sFrame++].data());
     ShowCursor();

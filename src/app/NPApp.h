@@ -56,10 +56,15 @@ private:
     BMessenger _OpenUpdateWindow(NPUpdateWindow::Setup* setup);
     void _WindowClosed();
     void _ChangeBusyCursor(BMessage* message);
+    void _ShowNextFrame();
+    void _SaveSoon();
+    void _SaveIfDue();
+    void _SetPulse();
 
     SettingsFile* fSettings = nullptr;
     std::atomic<int32> fWindowCount = 0; // written by the application's thread alone
     int32 fBusyCount = 0;
     NPUpdateWindow* fUpdateWindow = nullptr; // while it is being opened
     bool fShowsBusy = false;
+    bigtime_t fSaveTime = 0; // of changed settings; 0 while there are none
 };

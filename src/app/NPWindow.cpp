@@ -25,6 +25,7 @@ namespace {
 
 constexpr float kLeastWidth = 200;
 constexpr float kLeastHeight = 300;
+constexpr float kTitleBar = 24;
 
 // Settings can be edited by hand: what is no place on any screen becomes the default.
 BRect UsableFrame(BRect frame) {
@@ -36,6 +37,18 @@ BRect UsableFrame(BRect frame) {
     frame.right = std::max(frame.right, frame.left + kLeastWidth);
     frame.bottom = std::max(frame.bottom, frame.top + kLeastHeight);
     return frame;
+}
+
+// All of it, with its title bar, on the screen: moved, and made smaller where it must be.
+BRect FrameOnScreen(BRect frame, BRect screen) {
+    if (screen.Contains(frame))
+        return frame;
+    screen.top += kTitleBar;
+    const float width = std::min(frame.Width(), screen.Width());
+    const float height = std::min(frame.Height(), screen.Height());
+    const float left = std::clamp(frame.left, screen.left, screen.right - width);
+    const float top = std::clamp(frame.top, screen.top, screen.bottom - height);
+    return BRect(left, top, left + width, top + height);
 }
 
 // A text of the settings for a buffer of 64 bytes; empty when it is missing or does not fit.
@@ -67,13 +80,11 @@ NPWindow::~NPWindow() {
     fLink->Detach();
 }
 
-// A frame that was saved on another screen must not hide the window.
+// One opened beside a maximised window, or saved on another screen, would lie partly off it.
 void NPWindow::_PlaceOnScreen() {
-    const BRect screen = BScreen(this).Frame();
-    const BRect frame = Frame();
-    const BRect titleBar(frame.left, frame.top, frame.right, frame.top + 20);
-    if (!screen.Intersects(titleBar))
-        MoveTo(screen.left + 50, screen.top + 50);
+    const BRect frame = FrameOnScreen(Frame(), BScreen(this).Frame());
+    MoveTo(frame.LeftTop());
+    ResizeTo(frame.Width(), frame.Height());
 }
 
 void NPWindow::AddShortcuts() {

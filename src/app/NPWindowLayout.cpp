@@ -57,6 +57,7 @@ constexpr MenuEntry kMenus[] = {
 
 constexpr const char* kWidthKeys[] = {"column_no",     "column_thread",   "column_res",
                                       "column_gotten", "column_modified", "column_dat"};
+constexpr const char* kBoardColumn = "board_column"; // made by the first window that closes
 constexpr int32 kColumnCount = 8;
 
 std::string OrderKey(int32 column) {
@@ -122,11 +123,14 @@ void NPWindow::AddView() {
     _AddStatusLine(base);
     AddChild(base);
     float barPosition = 0;
+    float boardColumn = 0;
     if (fThreadOnly)
         return;
     SetColumn();
     if (fSettings->Get("board_barpos", &barPosition) == B_OK)
         fBoardView->SetScrollBarPosition(barPosition);
+    if (fSettings->Get(kBoardColumn, &boardColumn) == B_OK)
+        fBoardView->SetColumnWidth(boardColumn);
 }
 
 BView* NPWindow::_MakePanes(BRect bounds) {
@@ -200,6 +204,7 @@ void NPWindow::_SaveLayout() {
     for (int32 i = 0; i < kColumnCount; i++)
         fSettings->Replace(OrderKey(i).c_str(), order[i]);
     _SaveCategories();
+    fSettings->PutAt(kBoardColumn, 0, fBoardView->GetColumnWidth());
     fSettings->Replace("board_barpos", fBoardView->GetScrollBarPosition());
 }
 

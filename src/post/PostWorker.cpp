@@ -127,6 +127,8 @@ void Posting::_ReadAnswer(PostAnswer* answer, bool* stopped) {
     // Many a server ends its page without a line feed, and may have said there that it took the
     // post.
     const int32 rest = fHttp.ReadReceived(line, sizeof(line));
+    if (rest <= 0)
+        return;
     fprintf(stderr, "%.*s\n", static_cast<int>(rest), line);
     answer->AddUnfinishedLine(line, rest);
 }

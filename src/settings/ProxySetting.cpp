@@ -17,15 +17,21 @@ bool IsPort(const std::string& text) {
     return text.size() <= kLongestProxyPort && number >= 1 && number <= kLastPort;
 }
 
-bool Refuse(const char* name, const std::string& value) {
-    ShowAlert("プロキシの%sが正しくありません: %s", name,
-              CutAtCharacter(value.c_str(), kLongestShown).c_str());
-    return false;
+std::string Refusal(const char* name, const std::string& value) {
+    return "プロキシの" + std::string(name) +
+           "が正しくありません: " + CutAtCharacter(value.c_str(), kLongestShown);
 }
 
 } // namespace
 
 bool ReadProxy(const SettingsFile& settings, ProxySetting* proxy) {
+    const std::string refusal = FindProxy(settings, proxy);
+    if (!refusal.empty())
+        ShowAlert("%s", refusal.c_str());
+    return refusal.empty();
+}
+
+std::string FindProxy(const SettingsFile& settings, ProxySetting* proxy) {
     BString host;
     BString port;
     *proxy = ProxySetting();
@@ -33,10 +39,10 @@ bool ReadProxy(const SettingsFile& settings, ProxySetting* proxy) {
     if (settings.Get("proxy_host", &host) != B_OK || settings.Get("proxy_port", &port) != B_OK)
         proxy->use = false;
     if (!proxy->use)
-        return true;
+        return "";
     proxy->host = host.String();
     proxy->port = port.String();
     if (proxy->host.size() > kLongestProxyHost)
-        return Refuse("ホスト", proxy->host);
-    return IsPort(proxy->port) || Refuse("ポート", proxy->port);
+        return Refusal("ホスト", proxy->host);
+    return IsPort(proxy->port) ? "" : Refusal("ポート", proxy->port);
 }

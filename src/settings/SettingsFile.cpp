@@ -110,6 +110,7 @@ status_t SettingsFile::_Read(BFile* file) {
 
 status_t SettingsFile::_Write(BFile* file) const {
     const BAutolock lock(fLock);
+    fChanged = false;
     status_t status = Flatten(file);
     if (status == B_OK)
         status = StoreAttributes(*this, file);

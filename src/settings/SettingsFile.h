@@ -3,11 +3,15 @@
 #include <FindDirectory.h>
 #include <Locker.h>
 #include <Message.h>
+#include <Messenger.h>
 #include <Path.h>
 #include <Rect.h>
 #include <String.h>
 
 class BFile;
+
+// From the settings to whom TellChanges names: there is something to save.
+constexpr uint32 kMsgSettingsChanged = 'mSTC';
 
 // A message that knows where it lives on disk and loads and saves itself. The file holds everything
 // twice: flattened as its data, and each field as a typed attribute that people can read and edit;
@@ -32,6 +36,9 @@ public:
     // Replaces the file as a whole: a crash or a full disk leaves the old one.
     status_t Save() const;
 
+    // From now on the first change after each Save is told, by Replace and PutAt.
+    void TellChanges(const BMessenger& target);
+
     status_t Get(const char* key, bool* value, int32 index = 0) const;
     status_t Get(const char* key, int8* value) const;
     status_t Get(const char* key, int32* value) const;
@@ -49,9 +56,12 @@ public:
 
     // Replaces the value at an index, or adds one at the end when there is none.
     void PutAt(const char* key, int32 index, bool value);
+    void PutAt(const char* key, int32 index, float value);
     void PutAt(const char* key, int32 index, const char* value);
 
 private:
+    template <typename Change>
+    status_t _Change(const char* key, int32 index, Change change);
     status_t _MakePath(const char* name, const char* folder, int32 which);
     status_t _Replace(const char* path) const;
     status_t _Read(BFile* file);
@@ -64,4 +74,6 @@ private:
 
     mutable BLocker fLock; // innermost: nothing else is locked while it is held
     mutable bool fBroken = false;
+    mutable bool fChanged = false; // since the last Save
+    BMessenger fWatcher;
 };

@@ -26,6 +26,10 @@ const LinkTextView::Link* LinkTextView::LinkAt(const std::vector<Link>& links, i
     return offset < last.end ? &last : nullptr;
 }
 
+int32 LinkTextView::OffsetUnder(BPoint where) const {
+    return where.x < TextRect().left ? -1 : OffsetAt(where);
+}
+
 void LinkTextView::SetAnchor(const Link& reference) {
     fAnchor = reference.start;
 }
@@ -33,7 +37,7 @@ void LinkTextView::SetAnchor(const Link& reference) {
 void LinkTextView::MouseMoved(BPoint where, uint32 transit, const BMessage* dragMessage) {
     BTextView::MouseMoved(where, transit, dragMessage);
     const bool isInside = transit == B_ENTERED_VIEW || transit == B_INSIDE_VIEW;
-    const int32 offset = isInside ? OffsetAt(where) : -1;
+    const int32 offset = isInside ? OffsetUnder(where) : -1;
     const Link* reference = LinkAt(fReferences, offset);
     _ShowShape(reference != nullptr || LinkAt(fUrls, offset) != nullptr);
     if (fAnchor != kNoAnchor)

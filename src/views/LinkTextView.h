@@ -30,6 +30,9 @@ public:
     static const Link* LinkAt(const std::vector<Link>& links, int32 offset);
 
 protected:
+    // The offset of what is written under a point; −1 in the margin before a line, which belongs to
+    // no link at the line's start.
+    int32 OffsetUnder(BPoint where) const;
     // The pointer has come to, stays on or has left the reference from which a pop-up was opened.
     virtual void AnchorPointed(bool isOn) = 0;
     // From now on this reference is the one that AnchorPointed tells of.

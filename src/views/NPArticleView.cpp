@@ -53,6 +53,8 @@ NPArticleView::NPArticleView(BRect frame)
         new BStringView(BRect(kInset, 4, right, 24), "title", "",
                         B_FOLLOW_LEFT_RIGHT | B_FOLLOW_TOP, B_WILL_DRAW | B_FULL_UPDATE_ON_RESIZE);
     fTitleLabel->SetFont(be_bold_font);
+    // The count of posts stands at the end.
+    fTitleLabel->SetTruncation(B_TRUNCATE_MIDDLE);
     AddChild(fTitleLabel);
     fUrlLabel = new NPStringView(BRect(kInset, 25, right, 44));
     AddChild(fUrlLabel);
@@ -126,19 +128,29 @@ void NPArticleView::ShowThread(port_id request, const char* url, const char* dat
 
 void NPArticleView::_Clear() {
     fTextView->clearText();
-    fHasTitle = fHasEnded = false;
+    fHasTitle = fHasReturned = fHasEnded = false;
     fPosts = 0;
     _ShowTitle("");
 }
 
+// The cached posts may be shown again: a reader who has gone on in them returns there.
 void NPArticleView::Restart(port_id request) {
-    if (request == fRequest)
-        _Clear();
+    if (request != fRequest)
+        return;
+    if (fHasReturned)
+        WriteBarPosition();
+    _Clear();
 }
 
 void NPArticleView::ReturnToPlace(port_id request) {
-    if (request == fRequest)
-        ReadBarPosition();
+    if (request != fRequest)
+        return;
+    ReadBarPosition();
+    fHasReturned = true;
+}
+
+bool NPArticleView::_HasPlace() const {
+    return fTextView->HasMoved() || (fHasReturned && fTextView->KeepsPlace());
 }
 
 const char* NPArticleView::GetTitle() const {
@@ -255,9 +267,10 @@ void NPArticleView::ReloadRequest(bool fromScratch) {
     Window()->PostMessage(&select);
 }
 
-// A reader who has moved while posts arrived is not thrown back.
+// A reader who has moved while posts arrived is not thrown back. Nor is one whose line was kept
+// through a new layout: the pixels that were written down are those of the old one.
 void NPArticleView::ReadBarPosition() {
-    if (fTextView->HasMoved())
+    if (_HasPlace())
         return;
     const NPUrl url(fUrl.c_str());
     NPCache cache;
@@ -272,7 +285,7 @@ void NPArticleView::ReadBarPosition() {
 // A thread that is still arriving has not been scrolled to where it was left: that stays as it is,
 // unless its reader has gone on already.
 void NPArticleView::WriteBarPosition() {
-    if (!fHasEnded && !fTextView->HasMoved())
+    if (!fHasEnded && !_HasPlace())
         return;
     const NPUrl url(fUrl.c_str());
     NPCache cache;

@@ -54,6 +54,7 @@ private:
     void _AddPost(int32 number, const _ArticleOut& article);
     void _EndThread(int32 count);
     void _Clear();
+    bool _HasPlace() const; // the reader's, of which the cache does not know yet
     void _ShowTitle(const char* title);
     void _ChangeFont(const BMessage* message);
     void _Reload(Reload how);
@@ -75,7 +76,8 @@ private:
     std::string fDat;
     port_id fRequest = -1;
     bool fHasTitle = false;
-    bool fHasEnded = false; // all its posts have come
-    int32 fPosts = 0;       // that have come
+    bool fHasReturned = false; // to where the reader left the cached posts
+    bool fHasEnded = false;    // all its posts have come
+    int32 fPosts = 0;          // that have come
     std::string fTitle;
 };

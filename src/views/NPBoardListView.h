@@ -13,6 +13,8 @@ class NPBoardItem;
 // the window for its threads.
 class NPBoardListView : public ClickListView {
 public:
+    static constexpr int32 kNameColumn = 2;
+
     explicit NPBoardListView(BRect frame);
 
     // Appends a category (without a URL) or a board of the category added last.

@@ -91,6 +91,14 @@ float NPBoardView::GetScrollBarPosition() const {
     return fList->ScrollBar(B_VERTICAL)->Value();
 }
 
+void NPBoardView::SetColumnWidth(float width) {
+    fList->SetColumnWidth(NPBoardListView::kNameColumn, width);
+}
+
+float NPBoardView::GetColumnWidth() const {
+    return fList->ColumnWidth(NPBoardListView::kNameColumn);
+}
+
 void NPBoardView::MessageReceived(BMessage* message) {
     const char* url = nullptr;
     if (message->what != kMsgBoardComplete) {

@@ -22,6 +22,8 @@ public:
     void SetClickMode(click_mode mode) { fList->SetClickMode(mode); }
     void SetScrollBarPosition(float position);
     float GetScrollBarPosition() const;
+    void SetColumnWidth(float width);
+    float GetColumnWidth() const;
 
     int32 CountCategories() const { return fList->CountCategories(); }
     bool CategoryExpanded(int32 index) { return fList->CategoryExpandedAt(index); }

@@ -112,6 +112,7 @@ void NPTextView::AttachedToWindow() {
 }
 
 void NPTextView::SetArticleFont(const char* family, const char* style, float size) {
+    _ClosePopUps();
     fFont.SetFamilyAndStyle(family, style);
     if (size > 0)
         fFont.SetSize(size);
@@ -144,6 +145,7 @@ void NPTextView::_ReturnTo(const Place& place) {
 void NPTextView::RestorePlace(float top) {
     if (BScrollBar* bar = ScrollBar(B_VERTICAL))
         bar->SetValue(top);
+    fPlace.reset();
     fHasMoved = false;
 }
 

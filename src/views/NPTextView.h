@@ -54,6 +54,8 @@ public:
     int32 CountArticles() const { return fArticleCount; }
     // Whether the reader has scrolled since the text was cleared.
     bool HasMoved() const { return fHasMoved; }
+    // Whether the text was laid out anew since he scrolled, with his line kept at the top.
+    bool KeepsPlace() const { return fPlace.has_value(); }
     // Scrolls to where the reader was at another time, in pixels from the top: no move of his.
     void RestorePlace(float top);
 

@@ -12,7 +12,6 @@
 
 #include <Message.h>
 #include <Messenger.h>
-#include <Screen.h>
 #include <ScrollBar.h>
 
 #include <cstdio>
@@ -53,7 +52,7 @@ void NPTextView::MouseDown(BPoint where) {
     if (!Bounds().Contains(where))
         return;
     if ((buttons & B_PRIMARY_MOUSE_BUTTON) != 0) {
-        const Link* url = LinkAt(fUrls, OffsetAt(where));
+        const Link* url = LinkAt(fUrls, OffsetUnder(where));
         if (url == nullptr)
             showPopUpWindow(where);
         else if (clicks <= 1) // a double click opens it once
@@ -77,7 +76,7 @@ void NPTextView::_FollowUrl(const char* url) {
 }
 
 void NPTextView::showPopUpWindow(BPoint where) {
-    const Link* reference = LinkAt(fReferences, OffsetAt(where));
+    const Link* reference = LinkAt(fReferences, OffsetUnder(where));
     if (reference == nullptr)
         return;
     SetAnchor(*reference);
@@ -94,7 +93,7 @@ void NPTextView::_OpenPopUp(const char* anchor, BPoint screen, int32 opener) {
     if (start < 0 || end <= start)
         return;
     auto text = std::make_unique<PopUpTextView>(*this, start, end);
-    const BRect whole = BScreen(Window()).Frame();
+    const BRect whole = ScreenUnder(screen);
     const float width = text->PreferredWidth();
     const float height = text->PreferredHeight();
     PopUpPlace place = PlacePopUp(screen, width, height, whole);

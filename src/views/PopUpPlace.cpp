@@ -1,5 +1,7 @@
 #include "views/PopUpPlace.h"
 
+#include <Screen.h>
+
 #include <algorithm>
 
 namespace {
@@ -30,6 +32,15 @@ Span PlaceDown(float y, float height, float top, float bottom) {
 }
 
 } // namespace
+
+BRect ScreenUnder(BPoint point) {
+    BScreen screen;
+    do {
+        if (screen.Frame().Contains(point))
+            return screen.Frame();
+    } while (screen.SetToNext() == B_OK);
+    return BScreen().Frame();
+}
 
 PopUpPlace PlacePopUp(BPoint point, float width, float height, BRect screen) {
     const float x = std::clamp(point.x, screen.left, screen.right);

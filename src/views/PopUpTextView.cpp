@@ -93,7 +93,7 @@ void PopUpTextView::MouseDown(BPoint where) {
     BMessage clicked(kMsgPopUpClicked);
     clicked.AddInt32("id", fId);
     clicked.AddPoint("where", ConvertToScreen(where));
-    const int32 offset = OffsetAt(where);
+    const int32 offset = OffsetUnder(where);
     const bool isPrimary = (buttons & B_PRIMARY_MOUSE_BUTTON) != 0;
     const Link* url = isPrimary ? LinkAt(fUrls, offset) : nullptr;
     const Link* reference = isPrimary ? LinkAt(fReferences, offset) : nullptr;

@@ -7,8 +7,14 @@
 #include <string>
 
 namespace {
+
 thread_local AlertOwner* sOwner = nullptr;
+
+BAlert* MakeAlert(const char* text) {
+    return new BAlert("", text, "OK", nullptr, nullptr, B_WIDTH_AS_USUAL, B_INFO_ALERT);
 }
+
+} // namespace
 
 AlertOwner::AlertOwner() {
     sOwner = this;
@@ -32,8 +38,7 @@ void ShowAlert(const char* format, ...) {
     vsnprintf(text.data(), text.size() + 1, format, again);
     va_end(again);
     va_end(arguments);
-    BAlert* alert =
-        new BAlert("", text.c_str(), "OK", nullptr, nullptr, B_WIDTH_AS_USUAL, B_INFO_ALERT);
+    BAlert* alert = MakeAlert(text.c_str());
     if (sOwner != nullptr) {
         sOwner->PresentAlert(alert);
         return;
@@ -42,4 +47,8 @@ void ShowAlert(const char* format, ...) {
     if (BWindow* window = dynamic_cast<BWindow*>(looper))
         BindAlert(alert, window);
     alert->Go();
+}
+
+void LeaveAlert(const char* text) {
+    MakeAlert(text)->Go(nullptr);
 }

@@ -10,6 +10,9 @@ class BWindow;
 // the thread's AlertOwner. From any other thread it keeps it from all windows.
 void ShowAlert(const char* format, ...) __attribute__((format(printf, 1, 2)));
 
+// The same without waiting: for a thread that others wait for, such as the application's.
+void LeaveAlert(const char* text);
+
 // Lets the alert keep the input from this window alone. With both locked, before Go.
 void BindAlert(BAlert* alert, BWindow* window);
 

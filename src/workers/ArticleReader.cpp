@@ -51,6 +51,11 @@ void ArticleReader::_ShowLine(char* line, int32 length, bool convert) {
     ReleaseArticle(&fArticle);
 }
 
+void ArticleReader::ForgetLines() {
+    fCount = 0;
+    fOverlong = OverlongLine(); // a cut may have left the beginning of one
+}
+
 void ArticleReader::EndArticles() {
     NPWindow::addArticleItem(&Window(), Request(), fTitle.c_str(), fCount, _ArticleOut{});
 }

@@ -28,6 +28,8 @@ protected:
     void ShowPart(char* part, int32 length);
     // Tells the pane that all posts have come.
     void EndArticles();
+    // The next part begins the first line of a thread again.
+    void ForgetLines();
     // From one encoding or the other to UTF-8, without the zero bytes of codes that are no
     // characters.
     static std::string ToUtf8(const char* text, int32 length);
@@ -70,6 +72,8 @@ protected:
     virtual bool AsksByTime() const = 0;
     // Whether nothing of interest follows.
     virtual bool HasAll() const { return false; }
+    // Whether the body has ended within a line of what is wanted.
+    virtual bool EndsInsideLine(NPHttp* http) const;
 
     // Shows the reader what there is.
     Progress Fail(uint32 completion) override;
@@ -134,6 +138,7 @@ private:
     void TakePart(char* part, int32 length) override;
     bool AsksByTime() const override { return false; }
     bool HasAll() const override { return fPage.HasEnded(); }
+    bool EndsInsideLine(NPHttp* http) const override;
     void _TakePost(std::string line);
 
     CgiPage fPage;

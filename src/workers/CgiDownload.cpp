@@ -3,6 +3,8 @@
 #include "widgets/Alerts.h"
 #include "workers/ArticleWorkers.h"
 
+#include <string_view>
+
 // Whatever the request for this thread says of its posts, the cached ones count: a wrong start
 // would leave posts out or double them.
 void CgiDownload::PrepareRequest(NPHttp* http) {
@@ -46,6 +48,16 @@ void CgiDownload::TakePart(char* part, int32 length) {
             : EndPageLine(ToUtf8(beginning.data(), static_cast<int32>(beginning.size())));
     if (fPage.TakeLine(line))
         _TakePost(fPage.TakeDatLine());
+}
+
+// Many a page has no line feed behind its last tag.
+bool CgiDownload::EndsInsideLine(NPHttp* http) const {
+    char rest[kLongestShownLine];
+    const int32 length = http->ReadReceived(rest, sizeof(rest));
+    if (length <= 0)
+        return http->IsInsideLine();
+    const std::string_view line(rest, static_cast<size_t>(length));
+    return line.find("</html>") == line.npos && line.find("</HTML>") == line.npos;
 }
 
 void CgiDownload::_TakePost(std::string line) {

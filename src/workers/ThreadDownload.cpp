@@ -11,6 +11,7 @@ constexpr int kMostAttempts = 3;
 // No post comes near it: such a line never ends.
 constexpr int64 kLongestKeptLine = 1024 * 1024; // bytes
 constexpr const char* kCutWords = "途中で切れました";
+constexpr const char* kNotKeptWords = "キャッシュに書き込めません";
 } // namespace
 
 ThreadDownload::ThreadDownload(const ThreadJob& job) : ArticleReader(job) {}
@@ -64,7 +65,8 @@ void ThreadDownload::_OpenCache() {
 void ThreadDownload::_StartOver() {
     if (fCount > 0)
         NPWindow::restartArticles(&Window(), Request());
-    fCount = fKept = 0;
+    ForgetLines();
+    fKept = 0;
 }
 
 Progress ThreadDownload::_ShowCached() {
@@ -112,8 +114,8 @@ DownloadEnd ThreadDownload::_Receive(NPHttp* http) {
     DownloadEnd end = DownloadEnd::kUnchanged;
     if (kind != AnswerKind::kUnchanged)
         end = kind == AnswerKind::kBody ? _ReadBody(http) : DownloadEnd::kFoundWhole;
-    if (end == DownloadEnd::kCut)
-        fEnding = kCutWords;
+    if (end == DownloadEnd::kCut || end == DownloadEnd::kNotKept)
+        fEnding = end == DownloadEnd::kCut ? kCutWords : kNotKeptWords;
     return _UpdateCache(end, http->FindHeader("Last-Modified"));
 }
 
@@ -149,10 +151,14 @@ DownloadEnd ThreadDownload::_ReadBody(NPHttp* http) {
     body.status = http->Status()->code;
     body.contentLength = http->FindHeader("Content-Length");
     body.contentRange = http->FindHeader("Content-Range");
-    body.endsInsideLine = http->IsInsideLine();
+    body.endsInsideLine = EndsInsideLine(http);
     if (!HasAll() && !IsWholeBody(body))
         return DownloadEnd::kCut;
     return fCache == nullptr || fAppends ? DownloadEnd::kWhole : DownloadEnd::kNotKept;
+}
+
+bool ThreadDownload::EndsInsideLine(NPHttp* http) const {
+    return http->IsInsideLine();
 }
 
 // False when it must stop.
@@ -288,6 +294,6 @@ void ThreadDownload::_Complete(DownloadEnd end) {
         complete.AddBool("bookmark", true);
     if (IsPartialEnd(end))
         complete.AddBool("cut", true);
-    ShowProgress("%s", fEnding);
     Complete(&complete);
+    ShowProgress("%s", fEnding);
 }

@@ -151,6 +151,14 @@ int32 PrintFont(void*) {
 }
 
 // A text that can't be kept: its draft's folder is a file.
+int32 QuitUnderAnAlert(void*) {
+    WaitForBrowser();
+    be_app_messenger.SendMessage(kMsgUpdateBoardMenu);
+    printf("%s", WaitForAlert().c_str());
+    be_app_messenger.SendMessage(B_QUIT_REQUESTED);
+    return 0;
+}
+
 int32 QuitWithAText(void*) {
     NPWindow* browser = WaitForBrowser();
     WriteWindowSetup setup;

@@ -71,6 +71,14 @@ TEST(Auxiliary, TheProgramEndsInTheMiddleOfAnUpdate) {
     EXPECT_EQ(folder.Read("bbs/newbbsmenu.html"), "old");
 }
 
+TEST(Auxiliary, AnUpdateThroughARefusedProxyIsAnAlertThatHoldsUpNothing) {
+    const ScratchFolder folder;
+    folder.Write("bbs/newbbsmenu.html", "old");
+    ChildProgram program("quit under an alert", folder.Path(), "C", CopyProgram(folder, "65536"));
+    EXPECT_EQ(program.Wait(), 0) << program.Errors();
+    EXPECT_EQ(program.Output(), "プロキシのポートが正しくありません: 65536");
+}
+
 TEST(Auxiliary, NoWindowGoesBeforeATextThatCantBeKept) {
     const ScratchFolder folder;
     const std::string inTheWay = folder.Write("2ch/Drafts", "a file");

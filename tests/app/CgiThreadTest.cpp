@@ -114,7 +114,7 @@ std::string PostBlock(int number) {
 TEST(CgiDownload, ARefusalIsShownAndTheWindowGoesOn) {
     ScratchFolder folder;
     RawServer server({RawServer::Reply("HTTP/1.1 403 Forbidden\r\n\r\nno"),
-                      RawServer::Reply(kHead + PostBlock(1) + "<table>\n")});
+                      RawServer::Reply(kHead + PostBlock(1) + "</dl></html>")});
     Browser browser(server.Port());
     browser.SelectThread("1.cgi");
     EXPECT_EQ(WaitForAlert(), "403 Forbidden\r");

@@ -18,5 +18,6 @@ void Do(BWindow* window, const std::function<void()>& work);
 int32 UpdateBoardMenu(void*);
 int32 QuitInTheUpdate(void*);
 int32 QuitWithAText(void*);
+int32 QuitUnderAnAlert(void*);
 int32 ChooseFont(void*);
 int32 PrintFont(void*);

@@ -76,15 +76,26 @@ int32 OpenAndClose(void*) {
     BMessenger(nullptr, be_app->WindowAt(0)).SendMessage(kMsgNewWindow);
     if (WaitForWindows(2) && WaitForActive(1))
         PrintFrame(1);
+    // One like a pop-up, which never has the keyboard
+    auto* popUp =
+        new BWindow(BRect(0, 0, 9, 9), "", B_BORDERED_WINDOW, B_AVOID_FOCUS | B_NOT_CLOSABLE);
+    popUp->Show();
     for (const int32 next : {0, 1, 0}) {
         be_app_messenger.SendMessage(kMsgNextWindow);
         if (WaitForActive(next))
             printf("active %d\n", next);
     }
+    BMessenger(popUp).SendMessage(B_QUIT_REQUESTED);
     Close(0);
     if (WaitForWindows(1))
         printf("one left\n");
     Close(0);
+    return 0;
+}
+
+int32 ChangeASetting(void*) {
+    WaitForBrowser();
+    be_app_messenger.SendMessage(kMsgToggleClick);
     return 0;
 }
 
@@ -104,6 +115,7 @@ void Print(NPWindow* window) {
         for (int32 i = 0; i < threads->CountColumns(); i++)
             printf("column %d %g\n", i, threads->ColumnWidth(i));
         auto* boards = static_cast<NPBoardListView*>(window->FindView("board list"));
+        printf("boards %g\n", boards->ColumnWidth(2));
         for (int32 i = 0; i < boards->CountCategories(); i++)
             printf("category %s %d\n", boards->CategoryNameAt(i), boards->CategoryExpandedAt(i));
     });
@@ -115,6 +127,7 @@ void Arrange(NPWindow* window) {
         window->ResizeTo(700, 420);
         auto* boards = static_cast<NPBoardListView*>(window->FindView("board list"));
         boards->SetExpanded(boards->FullListItemAt(0), true);
+        boards->SetColumnWidth(2, 177);
         auto* threads = static_cast<NPThreadView*>(window->FindView("thread"))->List();
         threads->SetColumnWidth(kColumnTitle, 333);
     });
@@ -151,6 +164,7 @@ const std::map<std::string, int32 (*)(void*)> kDrivers = {
     {"start", StartAndQuit},
     {"windows", OpenAndClose},
     {"alert", ReadTheAlert},
+    {"change a setting", ChangeASetting},
     {"arrange", ArrangeAndClose},
     {"report", PrintAndQuit},
     {"alert, report", ReadTheAlertAndQuit},
@@ -158,6 +172,7 @@ const std::map<std::string, int32 (*)(void*)> kDrivers = {
     {"update", UpdateBoardMenu},
     {"quit in the update", QuitInTheUpdate},
     {"quit with a text", QuitWithAText},
+    {"quit under an alert", QuitUnderAnAlert},
     {"choose font", ChooseFont},
     {"print font", PrintFont},
 };

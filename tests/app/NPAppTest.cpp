@@ -1,5 +1,6 @@
 #include "app/DefaultSettings.h"
 
+#include "server/Testing.h"
 #include "settings/SettingsFile.h"
 #include "support/ChildProgram.h"
 #include "support/ScratchFolder.h"
@@ -84,6 +85,17 @@ TEST(NPApp, WindowsOpenInACascadeAndTheLastOneEndsTheProgram) {
     BRect frame;
     EXPECT_EQ(settings.Get("window_frame", &frame), B_OK);
     EXPECT_EQ(frame.left, 70);
+}
+
+TEST(NPApp, AChangedSettingIsOnDiskBeforeTheEnd) {
+    const ScratchFolder folder;
+    const ChildProgram program("change a setting", folder.Path());
+    const auto isSaved = [] {
+        SettingsFile settings("Itamori", "2ch");
+        int8 mode = 0;
+        return settings.Load() == B_OK && settings.Get("click_mode", &mode) == B_OK && mode == 1;
+    };
+    EXPECT_TRUE(server::testing::WaitUntil(isSaved));
 }
 
 TEST(NPApp, WithoutItsFolderItSaysSoAndEnds) {

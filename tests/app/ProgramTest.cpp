@@ -47,7 +47,8 @@ TEST(Program, KeepsItsArrangementForTheNextStart) {
     EXPECT_TRUE(Contains(first, "frame 50 50 600 550\n")) << first;
     EXPECT_TRUE(Contains(first, "category 暮らし 0\n")) << first;
     const std::string second = RunProgram("report", folder.Path());
-    for (const char* line : {"frame 80 90 780 510\n", "column 2 333\n", "category 暮らし 1\n"})
+    for (const char* line :
+         {"frame 80 90 780 510\n", "column 2 333\n", "boards 177\n", "category 暮らし 1\n"})
         EXPECT_TRUE(Contains(second, line)) << line << second;
 }
 

@@ -15,8 +15,9 @@ namespace {
 // What somebody may have typed into the file, in every field that is a size or a place.
 void FillWith(float number, SettingsFile* settings) {
     settings->AddRect("window_frame", BRect(number, number, number, number));
-    for (const char* key : {"column_no", "column_thread", "column_res", "column_gotten",
-                            "column_modified", "column_dat", "font_size", "board_barpos"})
+    for (const char* key :
+         {"column_no", "column_thread", "column_res", "column_gotten", "column_modified",
+          "column_dat", "font_size", "board_barpos", "board_column"})
         settings->AddFloat(key, number);
     for (const char* key : {"bar_position", "mbar_position", "sp_align", "msp_align"})
         settings->AddInt32(key, number > 0 ? 0x7FFFFFFF : -0x7FFFFFFF);
@@ -30,7 +31,7 @@ void FillWith(float number, SettingsFile* settings) {
 
 TEST(SettingsOfNonsense, StillGiveAWindowToWorkWith) {
     const ScratchFolder folder;
-    for (const float number : {std::numeric_limits<float>::quiet_NaN(), -1000.0F, 1e30F,
+    for (const float number : {std::numeric_limits<float>::quiet_NaN(), -1000.0F, 1000.0F, 1e30F,
                                std::numeric_limits<float>::infinity()}) {
         SettingsFile settings("Itamori", "2ch");
         FillWith(number, &settings);
@@ -43,7 +44,7 @@ TEST(SettingsOfNonsense, StillGiveAWindowToWorkWith) {
         ASSERT_TRUE(window->Lock());
         EXPECT_GE(window->Frame().Width(), 200) << number;
         EXPECT_GE(window->Frame().Height(), 300) << number;
-        EXPECT_TRUE(BScreen(window).Frame().Intersects(window->Frame())) << number;
+        EXPECT_TRUE(BScreen(window).Frame().Contains(window->Frame())) << number;
         static_cast<NPArticleView*>(window->FindView("article pane"))->TextView()->addNumItem(1);
         window->Unlock();
         EXPECT_TRUE(server::testing::WaitUntilIdle(window));

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -35,6 +36,7 @@ Process::Process(const std::vector<std::string>& words, const Environment& envir
     : fFolder(ScratchFolder()), fProcess(fork()) {
     if (fProcess != 0)
         return;
+    prctl(PR_SET_PDEATHSIG, SIGTERM); // a test that is killed leaves nothing running
     for (const auto& [name, value] : environment)
         setenv(name.c_str(), value.c_str(), 1);
     WriteTo(fFolder + "/output", STDOUT_FILENO);

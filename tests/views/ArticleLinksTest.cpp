@@ -131,6 +131,18 @@ TEST_F(ArticleLinks, ThePointerShowsWhatIsClickable) {
     EXPECT_EQ(shapeAt(OffsetOf("http") + 2), PointerShape::kLink);
     EXPECT_EQ(shapeAt(OffsetOf("text")), PointerShape::kText);
     EXPECT_EQ(shapeAt(OffsetOf(">>1") + 1), PointerShape::kLink);
+    // The margin beside a line that begins with a link is no part of it.
+    AddPost(2, "http://v/");
+    const BPoint inside = PointOf(OffsetOf("http://v"));
+    for (const float x : {2.0F, inside.x}) {
+        server::testing::MouseMove(fWindow, BPoint(x, inside.y));
+        Settle();
+        EXPECT_EQ(ShapeOf(fWindow), x == 2 ? PointerShape::kText : PointerShape::kLink);
+    }
+    server::testing::RecordLaunches();
+    server::testing::Click(fWindow, BPoint(2, inside.y));
+    Settle();
+    EXPECT_EQ(Launches(), Texts{});
 }
 
 TEST_F(ArticleLinks, TheMenuOffersWhatStandsThere) {

@@ -1,5 +1,7 @@
 #include "support/ThreadFixture.h"
 
+#include "server/Screens.h"
+
 #include <Screen.h>
 
 using server::testing::MouseLeave;
@@ -151,6 +153,18 @@ TEST_F(ReferencePopUps, StandsBesideThePointerInEveryCornerOfTheScreen) {
     }
 }
 
+TEST_F(ReferencePopUps, StandsOnThePointersScreenWhenTheWindowSpansTwo) {
+    AddThread();
+    const std::vector<server::ScreenInfo> real = server::AllScreens();
+    const BRect first(0, 0, 304, 1079); // mirrored on another
+    const BRect second(305, 0, 1919, 1079);
+    server::PretendScreens({{first, first, 1}, {first, first, 1}, {second, second, 1}});
+    PopUpWindow* popUp = OpenAt(AnchorAt(">>2"));
+    server::PretendScreens(real);
+    ASSERT_NE(popUp, nullptr);
+    EXPECT_TRUE(second.Contains(popUp->Frame()));
+}
+
 TEST_F(ReferencePopUps, ClosesAsThePointerLeavesIt) {
     AddThread();
     PopUpWindow* popUp = OpenAt(AnchorAt(">>2"));
@@ -188,6 +202,7 @@ TEST_F(ReferencePopUps, NoneIsLeftBehind) {
         [this] { server::testing::Activate(fWindow, false); },
         [this] { server::testing::ResizeByUser(fWindow, 500, 420); },
         [this] { Do([this] { fView->MakeFocus(false); }); },
+        [this] { Do([this] { fView->SetArticleFont("", "", 20); }); },
         [this] { Do([this] { fView->clearText(); }); },
     };
     for (const auto& end : kEnds) {

@@ -4,6 +4,7 @@
 #include "support/ScratchFolder.h"
 
 #include "cache/NPCache.h"
+#include "net/lines.h"
 
 #include <gtest/gtest.h>
 
@@ -11,6 +12,7 @@
 
 #include <csignal>
 #include <filesystem>
+#include <memory>
 #include <sys/resource.h>
 
 namespace {
@@ -192,7 +194,7 @@ TEST_F(ArticleWorker, AFullDiskKeepsWholeLinesAndTheNextReloadTheRest) {
         browser.SelectThread("1.dat");
         server.WaitForRequest();
         EXPECT_TRUE(browser.WaitUntil([&] { return fFolder.Read(kFile) == kept; }));
-        EXPECT_TRUE(browser.WaitForStatus(""));
+        EXPECT_TRUE(browser.WaitForStatus("キャッシュに書き込めません"));
     }
     EXPECT_EQ(fFolder.Read(kFile), kept);
     EXPECT_EQ(Time(), kEpoch);
@@ -342,6 +344,56 @@ TEST_F(ArticleWorker, ReloadsDuringAStallShowTheCachedPostsAtOnce) {
     EXPECT_EQ(fFolder.Read(kFile), Posts(1, kMany));
 }
 
+TEST_F(ArticleWorker, ANewLayoutWhileTheServerIsWaitedForCostsNoPlace) {
+    CacheWithPlace();
+    auto server = std::make_unique<RawServer>(std::vector<RawServer::Script>{RawServer::Stall()});
+    Browser browser(server->Port());
+    browser.SelectThread("1.dat");
+    ASSERT_TRUE(WaitForTheCachedPosts(browser));
+    const auto top = [&] {
+        const NPTextView* text = browser.Article()->TextView();
+        return text->OffsetAt(text->Bounds().LeftTop());
+    };
+    const auto enlarge = [&] {
+        const int32 before = top();
+        browser.Article()->TextView()->SetArticleFont("", "", 24);
+        return before;
+    };
+    const int32 before = browser.Locked(enlarge, -1);
+    const float place = Place(browser);
+    EXPECT_NE(place, kPlace);
+    server.reset();
+    EXPECT_TRUE(browser.WaitForThread("title (60)"));
+    EXPECT_EQ(browser.Locked(top, -2), before);
+    EXPECT_EQ(Place(browser), place);
+}
+
+// From scratch, the cached posts on show go once others come: the reader may have gone on in them.
+TEST_F(ArticleWorker, APlaceGoneToInPostsThatAreDroppedIsKept) {
+    constexpr port_id kRequest = 77;
+    constexpr float kTop = 555;
+    CacheWithPlace();
+    Browser browser(freePort());
+    const auto readOnAndRestart = [&] {
+        NPArticleView* pane = browser.Article();
+        std::string text = "a";
+        _ArticleOut post = {};
+        post.name = post.date = post.message = post.mail = text.data();
+        pane->ShowThread(kRequest, Browser::kBoard, "1.dat");
+        for (int32 i = 1; i <= kMany; i++)
+            pane->addArticleItem(kRequest, "title", i, post);
+        pane->ReturnToPlace(kRequest);
+        pane->TextView()->ScrollTo(BPoint(0, kTop));
+        pane->Restart(kRequest);
+        for (int32 i = 1; i <= kMany; i++)
+            pane->addArticleItem(kRequest, "title", i, post);
+        pane->ReturnToPlace(kRequest);
+        return true;
+    };
+    EXPECT_TRUE(browser.Locked(readOnAndRestart, false));
+    EXPECT_EQ(Place(browser), kTop);
+}
+
 TEST_F(ArticleWorker, AFailedReloadFromScratchLosesNothing) {
     const std::string half = Answer(Posts(1, 3));
     RawServer server({RawServer::Reply("HTTP/1.1 304 Not Modified\r\n\r\n"),
@@ -375,6 +427,19 @@ TEST_F(ArticleWorker, AFailedReloadFromScratchLosesNothing) {
     browser.SelectBoard(Browser::kBoard, kMsgBoardSelectedCached);
     EXPECT_TRUE(browser.WaitForTitle("ニュース (1)"));
     EXPECT_EQ(browser.Column(kColumnDat), std::vector<std::string>{"1.dat"});
+}
+
+TEST_F(ArticleWorker, ACutInsideAnOverlongLineLeavesNothingOfItBehind) {
+    CacheWithPlace();
+    const std::string whole = Answer(Post(1) + "n2<>sage<>d2<> " + std::string(30000, 'x'));
+    RawServer server({RawServer::Reply("HTTP/1.1 304 Not Modified\r\n\r\n"),
+                      RawServer::CutAfter(whole.size() - 5000, whole)});
+    Browser browser(server.Port());
+    browser.SelectThread("1.dat");
+    EXPECT_TRUE(browser.WaitForThread("title (60)"));
+    ReloadFromScratch(browser);
+    EXPECT_TRUE(browser.WaitForStatus("途中で切れました"));
+    EXPECT_TRUE(WaitForTheCachedPosts(browser));
 }
 
 TEST_F(ArticleWorker, AReloadFromScratchPutsTheWholeThreadInThePlaceOfTheCopy) {

@@ -186,8 +186,6 @@ TEST(ProxySetting, OneThatDoesNotFitStopsNothingAndIsTold) {
     MessageCounter cursor(kMsgBusyCursor);
     RawServer server({RawServer::Stall(Answer("1.dat<>a (1)\n"))});
     Browser browser(server.Port());
-    WaitForAlert(); // there is no menu
-    DismissAlert();
     browser.SelectBoard();
     EXPECT_TRUE(browser.WaitForStatus("board.exampleから受信中"));
     browser.SelectThread("1.dat");

@@ -149,7 +149,7 @@ TEST(Alert, AnInvokerIsToldWhichButton) {
     be_app->Unlock();
 }
 
-TEST(Alert, AWindowThatWaitsGoesOnBeingDrawn) {
+TEST(Alert, AWindowThatWaitsGoesOnBeingDrawnAndHoldsNobodyUp) {
     class Asking : public BWindow {
     public:
         using BWindow::BWindow;
@@ -166,8 +166,66 @@ TEST(Alert, AWindowThatWaitsGoesOnBeingDrawn) {
     server::testing::ResizeByUser(window, 249, 199);
     EXPECT_TRUE(
         server::testing::WaitUntil([&] { return server::testing::Snapshot(window).width == 250; }));
+    // A second start of the program finds a locked window here.
+    be_app->PostMessage(B_SILENT_RELAUNCH);
+    BMessage question('ques');
+    BMessage answer;
+    EXPECT_EQ(B_OK, be_app_messenger.SendMessage(&question, &answer, 20000000, 20000000));
     server::testing::Key(alert, B_ENTER);
     EXPECT_TRUE(server::testing::WaitUntil([&] { return window->fAnswer == 0; }));
+}
+
+// The window that an alert blocks may be the one that the user goes to, or that a second start of
+// the program finds.
+TEST(Alert, WhatIsToBringTheBlockedWindowToTheFrontBringsTheAlert) {
+    TestWindow<> mine;
+    TestWindow<> other;
+    const std::function<void()> kWays[] = {
+        [&] { mine.Locked([&] { mine->Activate(); }); },
+        [&] { be_app->PostMessage(B_SILENT_RELAUNCH); },
+    };
+    mine.Show();
+    other.Show();
+    BAlert* alert = ThreeButtons();
+    alert->SetFeel(B_MODAL_SUBSET_WINDOW_FEEL);
+    alert->AddToSubset(mine.Get());
+    AskedAlert asked(alert);
+    const auto isActive = [](BWindow* window) {
+        return server::testing::WaitUntil([window] {
+            window->Lock();
+            const bool active = window->IsActive();
+            window->Unlock();
+            return active;
+        });
+    };
+    for (const auto& way : kWays) {
+        other.Locked([&] { other->Activate(); });
+        ASSERT_TRUE(isActive(other));
+        way();
+        EXPECT_TRUE(isActive(&way == kWays ? asked.Get() : other.Get()));
+    }
+    server::testing::Key(asked.Get(), B_ENTER);
+    EXPECT_EQ(2, asked.Answer());
+}
+
+TEST(Alert, OpensOverItsWindowUnderTheProgramsName) {
+    TestWindow<> mine(399, 299);
+    mine.Locked([&] { mine->MoveTo(700, 500); });
+    mine.Show();
+    auto* alert = new BAlert("", "text", "OK");
+    alert->SetFeel(B_MODAL_SUBSET_WINDOW_FEEL);
+    alert->AddToSubset(mine.Get());
+    AskedAlert asked(alert);
+    alert->Lock();
+    const BRect frame = alert->Frame();
+    alert->Unlock();
+    const BRect owner = mine.Locked([&] { return mine->Frame(); });
+    EXPECT_NEAR((owner.left + owner.right) / 2, (frame.left + frame.right) / 2, 1);
+    EXPECT_GE(frame.top, owner.top);
+    EXPECT_LE(frame.bottom, owner.bottom);
+    EXPECT_EQ("Test", server::testing::TitleOf(alert));
+    server::testing::Key(asked.Get(), B_ENTER);
+    EXPECT_EQ(0, asked.Answer());
 }
 
 TEST(Alert, OfASubsetKeepsTheInputFromItsWindowAlone) {

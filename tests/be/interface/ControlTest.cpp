@@ -6,6 +6,7 @@
 #include <ListView.h>
 #include <Message.h>
 #include <RadioButton.h>
+#include <StringView.h>
 #include <TabView.h>
 #include <TextControl.h>
 
@@ -192,6 +193,22 @@ TEST_F(ControlTest, TabsShowOneViewAndKeepTheOthers) {
         EXPECT_EQ(tabs->Selection(), 0);
         EXPECT_STREQ(field->Text(), "kept");
     });
+}
+
+TEST(StringViewTest, ATextCutInTheMiddleShowsItsEnd) {
+    InputWindow window;
+    const auto pictureOf = [&](BStringView* view, const char* text) {
+        window.Do([&] { view->SetText(text); });
+        window.Settle();
+        return Snapshot(window.Get()).pixels;
+    };
+    for (const uint32 mode : {B_TRUNCATE_MIDDLE, B_TRUNCATE_END}) {
+        auto* view = window.Add(new BStringView(BRect(0, 0, 79, 20), "view", ""));
+        window.Do([&] { view->SetTruncation(mode); });
+        const bool showsEnd = pictureOf(view, "とても長いスレッドの題名です (111)") !=
+                              pictureOf(view, "とても長いスレッドの題名です (999)");
+        EXPECT_EQ(mode == B_TRUNCATE_MIDDLE, showsEnd);
+    }
 }
 
 class ListTest : public ControlTest {

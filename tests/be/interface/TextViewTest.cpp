@@ -202,6 +202,96 @@ TEST_F(TextViewTest, AClickKeepsWhatHasBeenComposed) {
     EXPECT_EQ(Text(), "abかな");
 }
 
+// The result of what was given up comes late from some input methods, and on the way from others.
+TEST_F(TextViewTest, AGivenUpCompositionIsEnteredOnceAndWhereItWas) {
+    BTextView* other = NewTextView();
+    window.Add(other);
+    const std::function<void()> kGivenUp[] = {
+        [&] {
+            window.Do([&] { other->MakeFocus(true); });
+            window.Settle();
+            CommitComposition(window.Get(), "かな");
+        },
+        [&] {
+            window.Do([&] {
+                CommitComposition(window.Get(), "仮名");
+                other->MakeFocus(true);
+            });
+        },
+    };
+    for (const auto& giveUp : kGivenUp) {
+        SetText("");
+        window.Do([&] { text->MakeFocus(true); });
+        Compose(window.Get(), "かな", 6);
+        window.Settle();
+        giveUp();
+        window.Settle();
+        EXPECT_EQ(Text(), "かな");
+        window.Do([&] { EXPECT_STREQ(other->Text(), ""); });
+    }
+    Compose(window.Get(), "かな", 6);
+    CommitComposition(window.Get(), "かな");
+    window.Settle();
+    window.Do([&] { EXPECT_STREQ(other->Text(), "かな"); });
+}
+
+TEST_F(TextViewTest, AnInputMethodReplacesWhatItNames) {
+    const struct {
+        int32 start;
+        int32 length;
+        const char* result;
+        const char* text;
+    } kCases[] = {
+        {-3, 3, "", "[]"},        {-3, 3, "二本", "[二本]"}, {-1, 2, "x", "[日本x"},
+        {-99, 199, "all", "all"}, {0, 0, "", "[日本語]"},
+    };
+    for (const auto& item : kCases) {
+        SetText("[日本語]");
+        PutCaret(10);
+        window.Settle();
+        CommitComposition(window.Get(), item.result, item.start, item.length);
+        window.Settle();
+        EXPECT_EQ(Text(), item.text);
+    }
+    // Undone, a conversion comes back as a composition.
+    SetText("[日本語]");
+    PutCaret(10);
+    window.Settle();
+    CommitComposition(window.Get(), "", -3, 3);
+    Compose(window.Get(), "にほんご", 12);
+    window.Settle();
+    EXPECT_EQ(Text(), "[にほんご]");
+}
+
+TEST_F(TextViewTest, TheClauseBeingConvertedStandsOnAGroundOfItsOwn) {
+    window.Do([&] {
+        const BFont font(be_plain_font);
+        text->SetStylable(true);
+        text->SetFontAndColor(&font, B_FONT_SIZE);
+    });
+    Compose(window.Get(), "にほんご", 12, 0, 6);
+    window.Settle();
+    const auto groundOf = [&](int32 offset) {
+        const BPoint place = PlaceOf(offset);
+        const Picture picture = Snapshot(window.Get());
+        return picture.At(static_cast<int32>(place.x), static_cast<int32>(text->Frame().top) + 5);
+    };
+    EXPECT_NE(groundOf(0), groundOf(9));
+}
+
+TEST_F(TextViewTest, InsertionsIntoAReadOnlyTextAreNoNewsForTheInputMethod) {
+    window.Do([&] { text->MakeEditable(false); });
+    window.Settle();
+    const int32 notices = InputNoticesDuring([&] {
+        window.Do([&] {
+            for (int i = 0; i < 50; i++)
+                text->Insert(text->TextLength(), "line\n", 5);
+        });
+        window.Settle();
+    });
+    EXPECT_EQ(notices, 0);
+}
+
 TEST_F(TextViewTest, AReadOnlyTextIsNotTypedIntoButSelected) {
     SetText("one two");
     window.Do([&] { text->MakeEditable(false); });

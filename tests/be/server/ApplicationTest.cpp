@@ -1,6 +1,7 @@
 // Whole programs: this executable runs itself again as a child that does one thing, named by a
 // variable.
 #include "support/ChildProgram.h"
+#include "support/ScratchFolder.h"
 
 #include "server/Testing.h"
 
@@ -106,6 +107,15 @@ TEST(Application, AStartRightAfterTheEndIsTheOnlyOne) {
     ChildProgram second("quits", first.Settings());
     EXPECT_EQ(0, second.Wait());
     EXPECT_EQ("ready\nquit asked\nended\n", second.Output());
+}
+
+// A variable that names no absolute folder must not put files wherever the program was started.
+TEST(Application, AStartLeavesNothingInTheCurrentFolder) {
+    const ScratchFolder folder;
+    ChildProgram child("quits, living in " + folder.Path());
+    EXPECT_EQ(0, child.Wait());
+    EXPECT_TRUE(folder.Has(".config"));
+    EXPECT_FALSE(folder.Has("relative"));
 }
 
 TEST(Application, DatesAndNumbersAreWrittenAsInC) {

@@ -318,7 +318,9 @@ const std::map<std::string, std::function<int(Program&)>> kPrograms = {
 } // namespace
 
 constexpr const char* kScaledBy = ", scaled by ";
+constexpr const char* kLivingIn = ", living in ";
 
+// "NAME, living in FOLDER" has it as home and current folder, and settings by a relative name;
 // "NAME, scaled by SCALE" runs the program on a screen of that scale, which has to be known before
 // it starts.
 int RunTestProgram(const char* name) {
@@ -331,6 +333,15 @@ int RunTestProgram(const char* name) {
     // The desktop's opener is the one that stands in its settings folder, if any.
     if (what == kOpensLinks)
         setenv("PATH", getenv("XDG_CONFIG_HOME"), 1);
+    const size_t home = what.find(kLivingIn);
+    if (home != what.npos) {
+        const std::string folder = what.substr(home + strlen(kLivingIn));
+        setenv("HOME", folder.c_str(), 1);
+        setenv("XDG_CONFIG_HOME", "relative", 1);
+        if (chdir(folder.c_str()) != 0)
+            return EXIT_FAILURE;
+        what.resize(home);
+    }
     Program program;
     return kPrograms.at(what)(program);
 }

@@ -93,6 +93,13 @@ TEST_F(NativeMenu, ALineWithASubmenuIsChosenOnlyWithATokenOfItsOwn) {
     EXPECT_TRUE(server::testing::ChooseMenuLine("More"));
     EXPECT_EQ(MenuOutcome::Kind::kChosen, Outcome().kind);
     EXPECT_EQ(6, Outcome().token);
+    for (const char key : {B_ENTER, B_SPACE}) {
+        outcome.reset();
+        request.selected = static_cast<int32>(request.menu.size()) - 1;
+        Open();
+        server::testing::KeyInMenu(key);
+        EXPECT_EQ(6, Outcome().token);
+    }
 }
 
 TEST_F(NativeMenu, HundredsOfLinesStayOnTheScreen) {
@@ -130,7 +137,7 @@ TEST_F(NativeMenu, AnotherTitleOfTheBarEndsIt) {
     request.titles = {BRect(0, 0, 49, 19), BRect(50, 0, 99, 19), BRect(100, 0, 149, 19)};
     request.currentTitle = 0;
     Open();
-    server::testing::StepTitle(-1);
+    server::testing::KeyInMenu(B_LEFT_ARROW);
     EXPECT_EQ(MenuOutcome::Kind::kTitle, Outcome().kind);
     EXPECT_EQ(2, Outcome().title);
 }

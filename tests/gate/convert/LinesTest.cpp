@@ -29,14 +29,15 @@ TEST(PostLine, MissingNumbersAreDeletedPosts) {
 }
 
 TEST(SubjectList, EveryFormBecomesTheOneTheProgramReads) {
-    const std::string list = "1712000002.cgi,雑談 (その2)(12)\n"
-                             "1712000001.cgi,😀,〜(1000)\r\n"
-                             "1712000002.cgi,雑談 (その2)(12)\n"
-                             "1712000003.dat<>スレタイ (5)\n"
-                             "x.dat<>no key (1)\n../1.cgi,path(1)\n.cgi,(1)\n"
-                             "1712000004.cgi,no count\n1712000005.cgi,(7)\n\n"
-                             "123456789012.cgi,long key(3)\n1712000006.cgi,nan(x)\n1712000008.cgi,many(12345678)\n"
-                             "1712000007.cgi,<b>&amp;</b>(2)";
+    const std::string list =
+        "1712000002.cgi,雑談 (その2)(12)\n"
+        "1712000001.cgi,😀,〜(1000)\r\n"
+        "1712000002.cgi,雑談 (その2)(12)\n"
+        "1712000003.dat<>スレタイ (5)\n"
+        "x.dat<>no key (1)\n../1.cgi,path(1)\n.cgi,(1)\n"
+        "1712000004.cgi,no count\n1712000005.cgi,(7)\n\n"
+        "123456789012.cgi,long key(3)\n1712000006.cgi,nan(x)\n1712000008.cgi,many(12345678)\n"
+        "1712000007.cgi,<b>&amp;</b>(2)";
     const std::string made = "1712000002.dat<>雑談 (その2) (12)\n"
                              "1712000001.dat<>&#128512;,～ (1000)\n"
                              "1712000003.dat<>スレタイ (5)\n"

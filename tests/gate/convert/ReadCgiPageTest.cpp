@@ -30,6 +30,14 @@ const Case kCases[] = {
 <dt>1 名前：<font color=forestgreen><b>名無し</b></font> 投稿日：2001/02/03(土) 04:05<dd>本文<br>続き<br><br>
 </dl></body></HTML>)",
      "1|名無し<><>2001/02/03(土) 04:05<> 本文 <br> 続き <>昔\n"},
+    {"tags left open", 0, R"(<html><title>題</title><dl>
+<dt>1 ：<b>a</b>：d1<dd> <b>太字 <br><br><dt>2 ：<b>b</b>：d2<dd> <i><font>次 <br><br>
+<dt>3 ：<font><b>c</b></font>：d3<dd> 三 <br><br></dl></html>)",
+     "1|a<><>d1<> 太字 <>題\n2|b<><>d2<> 次 <>\n3|c<><>d3<> 三 <>\n"},
+    {"blocks left open", 0, R"(<html><title>題</title>
+<article class=post id=1><span class=date>d1</span><section class=post-content> <div>一 </section></article>
+<article class=post id=2><span class=date>d2</span><section class=post-content> 二 </section></article></html>)",
+     "1| <><>d1<> 一 <>題\n2| <><>d2<> 二 <>\n"},
     {"divs", 6,
      R"(<html><head><title>題名</title></head><body><h1 class="title">題名</h1><div class="thread">
 <div class="post" id="1"><div class="number">1 : </div><div class="name"><b><a href="mailto:sage">名無し</a></b></div><div class="date">2017/01/02(月) 03:04:05.67 ID:abc</div><div class="message"> 一行目 <br>  字下げ <br> <img src="//img.example.net/ico/u.gif"><img src="//ads.example/x.png"> </div></div>
