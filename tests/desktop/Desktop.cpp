@@ -22,11 +22,6 @@ std::string Programs() {
     return std::filesystem::read_symlink("/proc/self/exe").parent_path();
 }
 
-std::string ScratchFolder() {
-    std::string folder = (std::filesystem::temp_directory_path() / "desktop-XXXXXX").string();
-    return mkdtemp(folder.data()) != nullptr ? folder : std::string();
-}
-
 } // namespace
 
 // −1 if they are of different sizes.
@@ -56,7 +51,7 @@ void Keep(const XClient::Picture& picture, const std::string& name) {
     }
 }
 
-Desktop::Desktop() : fFolder(ScratchFolder()), fDesk(sDisplay) {}
+Desktop::Desktop() : fFolder(MakeScratchFolder()), fDesk(sDisplay) {}
 
 void Desktop::SetUpTestSuite() {
     sServer = new Process({"Xvfb", "-displayfd", "1", "-screen", "0", "1280x960x24"});

@@ -12,11 +12,6 @@
 
 namespace {
 
-std::string ScratchFolder() {
-    std::string folder = (std::filesystem::temp_directory_path() / "process-XXXXXX").string();
-    return mkdtemp(folder.data()) != nullptr ? folder : std::string();
-}
-
 std::string ContentsOf(const std::string& path) {
     std::ifstream file(path);
     return std::string(std::istreambuf_iterator<char>(file), {});
@@ -28,12 +23,17 @@ void WriteTo(const std::string& path, int descriptor) {
 
 } // namespace
 
+std::string MakeScratchFolder() {
+    std::string folder = (std::filesystem::temp_directory_path() / "desktop-XXXXXX").string();
+    return mkdtemp(folder.data()) != nullptr ? folder : std::string();
+}
+
 void Pause(int milliseconds) {
     usleep(static_cast<useconds_t>(milliseconds) * 1000);
 }
 
 Process::Process(const std::vector<std::string>& words, const Environment& environment)
-    : fFolder(ScratchFolder()), fProcess(fork()) {
+    : fFolder(MakeScratchFolder()), fProcess(fork()) {
     if (fProcess != 0)
         return;
     prctl(PR_SET_PDEATHSIG, SIGTERM); // a test that is killed leaves nothing running

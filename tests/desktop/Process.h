@@ -28,12 +28,11 @@ private:
     pid_t fProcess = -1;
 };
 
-// Tries it over and over; false after half a minute.
-template <typename Condition>
-bool Eventually(Condition condition);
-
 void Pause(int milliseconds);
+// The caller removes it.
+std::string MakeScratchFolder();
 
+// Tries it over and over; false after half a minute.
 template <typename Condition>
 bool Eventually(Condition condition) {
     for (int tries = 0; tries < 3000; tries++) {
