@@ -2,7 +2,6 @@
 
 #include "boards/CgiPages.h"
 #include "boards/DatAnswer.h"
-#include "convert/Encodings.h"
 #include "front/StatusPage.h"
 
 namespace gate {
@@ -11,21 +10,11 @@ namespace {
 
 constexpr const char* kMenuPath = "/newbbsmenu.html";
 
-// In the form of the servers' own error pages, which is what the program takes apart.
-void RefusePost(Responder* responder) {
-    AnswerHead head;
-    head.type = "text/html; charset=Shift_JIS";
-    responder->Reply(head, ToCp932("<html>\n<head>\n<title>ERROR!!</title>\n</head>\n<body>\n"
-                                   "この版のゲートは読むだけです。<br>\n"
-                                   "書き込みは送られていません。\n</body>\n</html>\n",
-                                   Charset::kUtf8));
-}
-
 } // namespace
 
 void Boards::Answer(const Request& request, Responder* responder) {
     if (request.isAbsolute && request.method == "POST")
-        RefusePost(responder);
+        fPosts->Answer(request, responder);
     else if (request.isAbsolute)
         _AnswerProxied(request, responder);
     else

@@ -11,9 +11,10 @@ namespace gate {
 // Hands each request to who knows its answer.
 class Boards : public Answerer {
 public:
-    // The journal, which outlives it, is shown on the gate's own page.
-    Boards(const Shop& shop, const Journal* journal)
-        : fShop(shop), fJournal(journal), fLists(shop), fMenus(shop), fCgiThreads(shop) {}
+    // The journal is shown on the gate's own page; posts go on to `posts`. Both outlive it.
+    Boards(const Shop& shop, const Journal* journal, Answerer* posts)
+        : fShop(shop), fJournal(journal), fPosts(posts), fLists(shop), fMenus(shop),
+          fCgiThreads(shop) {}
 
     void Answer(const Request& request, Responder* responder) override;
 
@@ -24,6 +25,7 @@ private:
 
     const Shop fShop;
     const Journal* const fJournal;
+    Answerer* const fPosts;
     Lists fLists;
     const Menus fMenus;
     CgiThreads fCgiThreads;

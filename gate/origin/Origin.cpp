@@ -20,6 +20,7 @@ std::string KeyOf(const OriginRequest& request) {
 
 std::shared_ptr<Transfer> Refusal(const std::string& text) {
     auto transfer = std::make_shared<Transfer>();
+    transfer->NoteNeverSent();
     transfer->End(Transfer::State::kFailed, text);
     return transfer;
 }
@@ -63,10 +64,12 @@ std::shared_ptr<Transfer> Origin::Start(const OriginRequest& request) {
 
 void Origin::_Run(const OriginRequest& request, const std::string& key,
                   const std::shared_ptr<Transfer>& transfer) {
-    if (_WaitForTurn(request))
+    if (_WaitForTurn(request)) {
         _Receive(request, transfer.get());
-    else
+    } else {
+        transfer->NoteNeverSent();
         transfer->End(Transfer::State::kFailed, "終了中です");
+    }
     std::lock_guard guard(fMutex);
     if (auto running = fRunning.find(key); running != fRunning.end() && running->second == transfer)
         fRunning.erase(running);
