@@ -107,8 +107,8 @@ int main(int count, char** words) {
     const gate::Shop shop{settings, origin, store};
     gate::CookieShelf cookies(settings, &store);
     gate::PostRoom posts(shop, &cookies, gate::OpenInBrowser, pageListeners.Port());
-    gate::Confirmations confirmations(&posts, pageListeners.Port());
-    gate::Boards boards(shop, &journal, &posts);
+    gate::Confirmations confirmations(&posts);
+    gate::Boards boards(shop, &journal, &cookies, &posts);
     gate::Server pageServer(settings, &pageListeners, &confirmations, &journal);
     gate::Server server(settings, &listeners, &boards, &journal);
     StopOnSignals(&server);

@@ -2,7 +2,9 @@
 
 #include "boards/CgiPages.h"
 #include "boards/DatAnswer.h"
+#include "front/Doorkeeper.h"
 #include "front/StatusPage.h"
+#include "post/FormBody.h"
 
 namespace gate {
 
@@ -22,12 +24,37 @@ void Boards::Answer(const Request& request, Responder* responder) {
 }
 
 void Boards::_AnswerOwn(const Request& request, Responder* responder) {
-    if (request.path != "/")
+    if (request.path == "/" + fSecret + "/forget" && request.method == "POST" && !fSecret.empty())
+        _ForgetCookies(request, responder);
+    else if (request.path != "/")
         responder->Refuse(404, "ここには何もありません");
     else if (request.method == "POST")
         responder->Refuse(405, "読むだけのページです");
     else
-        AnswerStatusPage(MakeStatusPage(fShop.settings, *fJournal, &fShop.store), responder);
+        _ShowStatus(responder);
+}
+
+void Boards::_ShowStatus(Responder* responder) {
+    std::vector<CookieNames> cookies;
+    for (const Family& family : fShop.settings.families)
+        cookies.push_back({family.name, fCookies->NamesOf(family)});
+    AnswerStatusPage(MakeStatusPage(fShop.settings, *fJournal, &fShop.store, cookies, fSecret),
+                     responder);
+}
+
+void Boards::_ForgetCookies(const Request& request, Responder* responder) {
+    const FormPairs form = ParseFormBody(request.body);
+    const Family* family = fShop.settings.FindFamilyByName(ValueOf(form, "family").value_or(""));
+    if (!ComesFromOwnPage(request))
+        return responder->Refuse(403, "この画面の外からは使えません");
+    if (family == nullptr)
+        return responder->Refuse(404, "この名前の掲示板はありません");
+    fCookies->Forget(*family);
+    AnswerHead head;
+    head.status = 303;
+    head.reason = "See Other";
+    head.more = {"Location: /"};
+    responder->Reply(head, "");
 }
 
 void Boards::_AnswerProxied(const Request& request, Responder* responder) {

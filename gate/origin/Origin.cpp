@@ -68,7 +68,7 @@ void Origin::_Run(const OriginRequest& request, const std::string& key,
         _Receive(request, transfer.get());
     } else {
         transfer->NoteNeverSent();
-        transfer->End(Transfer::State::kFailed, "終了中です");
+        transfer->End(Transfer::State::kFailed, "送る番が来ませんでした");
     }
     std::lock_guard guard(fMutex);
     if (auto running = fRunning.find(key); running != fRunning.end() && running->second == transfer)
@@ -81,7 +81,10 @@ bool Origin::_WaitForTurn(const OriginRequest& request) {
     const auto turn =
         fRests.TakeTurn(request.host, std::chrono::milliseconds(request.family->pauseMilliseconds));
     std::unique_lock guard(fMutex);
-    return !fChanged.wait_until(guard, turn, [this] { return fIsEnding; });
+    const bool isEnding = fChanged.wait_until(guard, turn, [this] { return fIsEnding; });
+    const bool isLate =
+        request.endsBy != Deadline() && std::chrono::steady_clock::now() >= request.endsBy;
+    return !isEnding && !isLate;
 }
 
 // What a tired server says is noted before anyone can see its answer and ask again.

@@ -1,5 +1,6 @@
 #include "post/Confirmations.h"
 
+#include "front/Doorkeeper.h"
 #include "post/PostRoom.h"
 
 namespace gate {
@@ -86,7 +87,7 @@ void Confirmations::_ShowPage(const std::string& secret, Responder* responder) {
 
 void Confirmations::_Accept(const std::string& secret, const Request& request,
                             Responder* responder) {
-    if (!_ComesFromOwnPage(request) || !IsForm(request))
+    if (!ComesFromOwnPage(request) || !IsForm(request))
         return ShowText(403, "この画面の外からは使えません。", responder);
     const PostRoom::Shown shown = fRoom->Accept(secret, request.body);
     if (shown.page.empty())
@@ -94,21 +95,6 @@ void Confirmations::_Accept(const std::string& secret, const Request& request,
                  responder);
     else
         Show(shown.status, shown.page, shown.charset, responder);
-}
-
-// Web browsers name the page that a form is sent from, in one header or both.
-bool Confirmations::_ComesFromOwnPage(const Request& request) const {
-    const std::string* site = request.Find("sec-fetch-site");
-    if (site != nullptr && *site != "same-origin" && *site != "none")
-        return false;
-    const std::string* origin = request.Find("origin");
-    if (origin == nullptr)
-        return true;
-    for (const char* name : {"localhost", "127.0.0.1", "[::1]"}) {
-        if (*origin == std::string("http://") + name + ":" + std::to_string(fPort))
-            return true;
-    }
-    return false;
 }
 
 } // namespace gate

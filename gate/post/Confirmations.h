@@ -13,7 +13,7 @@ class PostRoom;
 // address, and its form comes back only from itself. Any thread may call.
 class Confirmations : public Answerer {
 public:
-    Confirmations(PostRoom* room, int port) : fRoom(room), fPort(port) {}
+    explicit Confirmations(PostRoom* room) : fRoom(room) {} // which outlives it
 
     // "GET /SECRET/…" and "POST /SECRET/…"
     void Answer(const Request& request, Responder* responder) override;
@@ -21,10 +21,8 @@ public:
 private:
     void _ShowPage(const std::string& secret, Responder* responder);
     void _Accept(const std::string& secret, const Request& request, Responder* responder);
-    bool _ComesFromOwnPage(const Request& request) const;
 
     PostRoom* const fRoom;
-    const int fPort;
 };
 
 } // namespace gate

@@ -1,11 +1,10 @@
 #include "post/PostRoom.h"
 
 #include "post/FormBody.h"
+#include "post/Secret.h"
 #include "post/ThreadSearch.h"
 
-#include <sys/random.h>
-
-#include <array>
+#include <algorithm>
 
 namespace gate {
 
@@ -18,18 +17,6 @@ using Fate = SentPost::Fate;
 constexpr const char* kNeverSent = "書き込みは送られていません。\n";
 constexpr const char* kUnclear = "書き込まれたかどうか、わかりません。\n"
                                  "もう一度送ると、先にスレッドを確かめ、なければ書き込みます。\n";
-
-std::string MakeSecret() {
-    std::array<unsigned char, 16> bytes = {};
-    if (getrandom(bytes.data(), bytes.size(), 0) != static_cast<ssize_t>(bytes.size()))
-        return "";
-    std::string secret;
-    for (const unsigned char byte : bytes) {
-        secret += "0123456789abcdef"[byte >> 4];
-        secret += "0123456789abcdef"[byte & 15];
-    }
-    return secret;
-}
 
 // Without "." and ".."; nothing when it leads above the root.
 std::optional<std::string> NormalPath(const std::string& path) {

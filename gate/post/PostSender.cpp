@@ -2,12 +2,19 @@
 
 #include "origin/Location.h"
 
+#include <algorithm>
+
 namespace gate {
 
 namespace {
 
 // What is left for showing the answer when the server took all its time.
 constexpr std::chrono::seconds kReserve{3};
+
+Deadline::duration ReserveOf(Deadline deadline) {
+    return std::min<Deadline::duration>(kReserve,
+                                        (deadline - std::chrono::steady_clock::now()) / 4);
+}
 
 std::string ValueIn(const OriginHead& head, std::string_view name) {
     const std::string* value = head.Find(name);
@@ -36,7 +43,7 @@ OriginRequest PostSender::_MakeRequest(const OutgoingPost& post, Deadline deadli
     request.takesCompressed = true;
     request.isPost = true;
     request.body = post.body;
-    request.endsBy = deadline - kReserve;
+    request.endsBy = deadline;
     request.headers = {std::string("Content-Type: application/x-www-form-urlencoded") +
                            (post.isUtf8 ? "; charset=UTF-8" : ""),
                        "Referer: " + post.referer};
@@ -59,8 +66,10 @@ void PostSender::_TakeCookies(const OutgoingPost& post, const OriginHead& head, 
 }
 
 SentPost PostSender::Send(const OutgoingPost& post, Deadline deadline) {
-    const std::shared_ptr<Transfer> transfer = fShop.origin.Start(_MakeRequest(post, deadline));
-    const Transfer::State state = transfer->WaitForEnd(deadline - kReserve / 2);
+    const Deadline::duration reserve = ReserveOf(deadline);
+    const std::shared_ptr<Transfer> transfer =
+        fShop.origin.Start(_MakeRequest(post, deadline - reserve));
+    const Transfer::State state = transfer->WaitForEnd(deadline - reserve / 2);
     const OriginHead head = transfer->Head();
     SentPost sent;
     if (state == Transfer::State::kFailed && !transfer->MayHaveBeenSent()) {

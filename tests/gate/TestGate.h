@@ -88,11 +88,11 @@ public:
         fPosts = std::make_unique<gate::PostRoom>(
             shop, fCookies.get(), [this](const std::string& address) { return _Open(address); },
             PagePort());
-        fPages = std::make_unique<gate::Confirmations>(fPosts.get(), PagePort());
+        fPages = std::make_unique<gate::Confirmations>(fPosts.get());
         fPageServer = std::make_unique<gate::Server>(fSettings, fPageListeners.get(), fPages.get(),
                                                      &fJournal);
         fPageThread = std::thread([this] { fPageServer->Run(); });
-        fBoards = std::make_unique<gate::Boards>(shop, &fJournal, fPosts.get());
+        fBoards = std::make_unique<gate::Boards>(shop, &fJournal, fCookies.get(), fPosts.get());
         fServer = std::make_unique<gate::Server>(fSettings, fListeners.get(), fBoards.get(), &fJournal);
         fThread = std::thread([this] { fServer->Run(); });
     }
