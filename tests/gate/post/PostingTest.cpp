@@ -193,6 +193,17 @@ TEST_F(Posting, ATicketThatTheServerCallsBrokenIsDroppedAndThatIsSaid) {
     EXPECT_TRUE(fGate.Store().ListCookies("test").empty());
     fGate.Post(Program("二"));
     EXPECT_EQ(fGate.Opened().size(), 1u);
+    // The answer that calls one broken may bring the next.
+    for (const char* value : {"old", "new"}) {
+        fOrigin.Become([value](const std::string&) {
+            return Reply("200 OK", kConfirmation,
+                         "X-Chx-Error: 0000 Confirmation [Broken MonaTicket]\r\nSet-Cookie: "
+                         "MonaTicket=" +
+                             std::string(value) + "; domain=.example; path=/\r\n");
+        });
+        fGate.Post(Program(value));
+        EXPECT_EQ(fGate.Store().ListCookies("test").back().value, value);
+    }
 }
 
 TEST_F(Posting, ARefusedPostMayBeSentAgain) {
@@ -272,6 +283,26 @@ TEST_F(Posting, AfterAnUnclearAnswerTheThreadIsLookedAtBeforeAnythingIsSent) {
         fGate.End();
         fGate.Start();
     }
+}
+
+TEST_F(Posting, ASilentServerLeavesAPostUnclearBeforeTheProgramGivesUp) {
+    fGate.End();
+    fGate.Settings().answerSeconds = 1;
+    fGate.Start();
+    std::mutex mutex;
+    mutex.lock();
+    fOrigin.Become([&mutex](const std::string&) {
+        std::lock_guard guard(mutex);
+        return std::string();
+    });
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_NE(Text(fGate.Post(Program("一"))).find("わかりません"), std::string::npos);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+    // The thread can't be looked at either: nothing is sent again.
+    EXPECT_NE(Text(fGate.Post(Program("一"))).find("送り直していません"), std::string::npos);
+    mutex.unlock();
+    EXPECT_EQ(Sent(), 2u);
+    EXPECT_EQ(PathOf(fOrigin.Requests().back()), "/news/dat/1012345678.dat");
 }
 
 TEST_F(Posting, WhatNeverReachedTheServerIsSaidAndForgotten) {
