@@ -1,6 +1,8 @@
 #include "boards/Boards.h"
 #include "front/Listeners.h"
 #include "front/Server.h"
+#include "post/Confirmations.h"
+#include "post/PostRoom.h"
 #include "settings/Places.h"
 
 #include <malloc.h>
@@ -11,6 +13,7 @@
 #include <cstring>
 #include <optional>
 #include <string>
+#include <thread>
 
 namespace {
 
@@ -97,14 +100,26 @@ int main(int count, char** words) {
     gate::Listeners listeners;
     if (!listeners.Adopt(&error) && (!error.empty() || !listeners.Open(settings.port, &error)))
         return Complain(error);
+    // Servers' confirmation pages stand at a port of their own, apart from the gate's pages.
+    gate::Listeners pageListeners;
+    if (!pageListeners.Open(0, &error))
+        return Complain(error);
     gate::Store store(gate::StoreFile());
     gate::Origin origin(settings);
     gate::Journal journal;
-    gate::Boards boards({settings, origin, store}, &journal);
+    const gate::Shop shop{settings, origin, store};
+    gate::CookieShelf cookies(settings, &store);
+    gate::PostRoom posts(shop, &cookies, gate::OpenInBrowser, pageListeners.Port());
+    gate::Confirmations confirmations(&posts);
+    gate::Boards boards(shop, &journal, &cookies, &posts);
+    gate::Server pageServer(settings, &pageListeners, &confirmations, &journal);
     gate::Server server(settings, &listeners, &boards, &journal);
     StopOnSignals(&server);
     fprintf(stderr, "itamori-gate: listening on localhost:%d\n", listeners.Port());
+    std::thread pages([&pageServer] { pageServer.Run(); });
     server.Run();
+    pageServer.Stop();
+    pages.join();
     origin.End();
     return 0;
 }

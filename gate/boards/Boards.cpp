@@ -2,8 +2,9 @@
 
 #include "boards/CgiPages.h"
 #include "boards/DatAnswer.h"
-#include "convert/Encodings.h"
+#include "front/Doorkeeper.h"
 #include "front/StatusPage.h"
+#include "post/FormBody.h"
 
 namespace gate {
 
@@ -11,21 +12,11 @@ namespace {
 
 constexpr const char* kMenuPath = "/newbbsmenu.html";
 
-// In the form of the servers' own error pages, which is what the program takes apart.
-void RefusePost(Responder* responder) {
-    AnswerHead head;
-    head.type = "text/html; charset=Shift_JIS";
-    responder->Reply(head, ToCp932("<html>\n<head>\n<title>ERROR!!</title>\n</head>\n<body>\n"
-                                   "この版のゲートは読むだけです。<br>\n"
-                                   "書き込みは送られていません。\n</body>\n</html>\n",
-                                   Charset::kUtf8));
-}
-
 } // namespace
 
 void Boards::Answer(const Request& request, Responder* responder) {
     if (request.isAbsolute && request.method == "POST")
-        RefusePost(responder);
+        fPosts->Answer(request, responder);
     else if (request.isAbsolute)
         _AnswerProxied(request, responder);
     else
@@ -33,12 +24,37 @@ void Boards::Answer(const Request& request, Responder* responder) {
 }
 
 void Boards::_AnswerOwn(const Request& request, Responder* responder) {
-    if (request.path != "/")
+    if (request.path == "/" + fSecret + "/forget" && request.method == "POST" && !fSecret.empty())
+        _ForgetCookies(request, responder);
+    else if (request.path != "/")
         responder->Refuse(404, "ここには何もありません");
     else if (request.method == "POST")
         responder->Refuse(405, "読むだけのページです");
     else
-        AnswerStatusPage(MakeStatusPage(fShop.settings, *fJournal, &fShop.store), responder);
+        _ShowStatus(responder);
+}
+
+void Boards::_ShowStatus(Responder* responder) {
+    std::vector<CookieNames> cookies;
+    for (const Family& family : fShop.settings.families)
+        cookies.push_back({family.name, fCookies->NamesOf(family)});
+    AnswerStatusPage(MakeStatusPage(fShop.settings, *fJournal, &fShop.store, cookies, fSecret),
+                     responder);
+}
+
+void Boards::_ForgetCookies(const Request& request, Responder* responder) {
+    const FormPairs form = ParseFormBody(request.body);
+    const Family* family = fShop.settings.FindFamilyByName(ValueOf(form, "family").value_or(""));
+    if (!ComesFromOwnPage(request))
+        return responder->Refuse(403, "この画面の外からは使えません");
+    if (family == nullptr)
+        return responder->Refuse(404, "この名前の掲示板はありません");
+    fCookies->Forget(*family);
+    AnswerHead head;
+    head.status = 303;
+    head.reason = "See Other";
+    head.more = {"Location: /"};
+    responder->Reply(head, "");
 }
 
 void Boards::_AnswerProxied(const Request& request, Responder* responder) {

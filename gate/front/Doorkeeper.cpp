@@ -47,4 +47,12 @@ int JudgeRequest(const Request& request, const Settings& settings, int port, std
                               : JudgeOwn(request, port, reason);
 }
 
+bool ComesFromOwnPage(const Request& request) {
+    const std::string* site = request.Find("sec-fetch-site");
+    if (site != nullptr && *site != "same-origin" && *site != "none")
+        return false;
+    const std::string* origin = request.Find("origin");
+    return origin == nullptr || *origin == "http://" + *request.Find("host");
+}
+
 } // namespace gate

@@ -44,9 +44,17 @@ void CloseOrderly(int connection) {
     close(connection);
 }
 
-// Neither what is searched nor what is posted is noted.
-Journal::Entry EntryOf(const Request& request, const Responder& responder, int64_t milliseconds) {
+// Without what is searched, and without the secret that a path of the gate's own begins with.
+std::string NotedPath(const Request& request) {
+    constexpr size_t kSecret = 32;
     const std::string path = request.path.substr(0, request.path.find('?'));
+    const bool isSecret = !request.isAbsolute && path.size() > kSecret &&
+                          path.find_first_not_of("0123456789abcdef", 1) > kSecret;
+    return isSecret ? "/…" + path.substr(kSecret + 1) : path;
+}
+
+Journal::Entry EntryOf(const Request& request, const Responder& responder, int64_t milliseconds) {
+    const std::string path = NotedPath(request);
     const std::string method = request.method.empty() ? "-" : request.method;
     return {time(nullptr),      method + " " + request.host + path,
             responder.Status(), responder.Reason(),

@@ -79,6 +79,18 @@ std::string KeptRows(Store* store) {
     return rows;
 }
 
+std::string CookieRows(const std::vector<CookieNames>& cookies, const std::string& secret) {
+    std::string rows;
+    for (const CookieNames& family : cookies) {
+        if (!family.names.empty())
+            rows += "<tr>" + Cell(family.family) + Cell(Joined(family.names)) +
+                    "<td><form method=\"post\" action=\"/" + secret +
+                    "/forget\"><input type=\"hidden\" name=\"family\" value=\"" +
+                    Escaped(family.family) + "\"><button>消す</button></form></td></tr>\n";
+    }
+    return rows;
+}
+
 std::string Table(const char* title, const char* heads, const std::string& rows) {
     return std::string("<h2>") + title + "</h2>\n<table><tr>" + heads + "</tr>\n" + rows +
            "</table>\n";
@@ -86,25 +98,28 @@ std::string Table(const char* title, const char* heads, const std::string& rows)
 
 } // namespace
 
-std::string MakeStatusPage(const Settings& settings, const Journal& journal, Store* store) {
+std::string MakeStatusPage(const Settings& settings, const Journal& journal, Store* store,
+                           const std::vector<CookieNames>& cookies, const std::string& secret) {
     return kStart + ("<p>設定ファイル: " + Escaped(Joined(settings.files)) + "</p>\n") +
            Table("掲示板", "<th>名前<th>ホスト<th>通信<th>方式<th>接続先", FamilyRows(settings)) +
+           Table("Cookie", "<th>掲示板<th>名前<th>", CookieRows(cookies, secret)) +
            Table("最近の応答", "<th>時刻<th>要求<th>応答<th>バイト<th>時間", JournalRows(journal)) +
            Table("保存したスレッド", "<th>スレッド<th>取得元<th>行<th>バイト", KeptRows(store)) +
            "</body></html>\n";
 }
 
-// Nothing outside may be loaded, no other page may show this one in a frame or read it.
+// Nothing outside may be loaded, no other page may show this one in a frame or read it. Without any
+// referrer browsers would call the origin of its own forms "null".
 void AnswerStatusPage(const std::string& page, Responder* responder) {
     AnswerHead head;
     head.type = "text/html; charset=utf-8";
     head.more = {"Content-Security-Policy: default-src 'none'; style-src 'unsafe-inline'; "
-                 "base-uri 'none'; form-action 'none'; frame-ancestors 'none'",
+                 "base-uri 'none'; form-action 'self'; frame-ancestors 'none'",
                  "Cross-Origin-Resource-Policy: same-origin",
                  "Cross-Origin-Opener-Policy: same-origin",
                  "X-Content-Type-Options: nosniff",
                  "X-Frame-Options: DENY",
-                 "Referrer-Policy: no-referrer",
+                 "Referrer-Policy: same-origin",
                  "Cache-Control: no-store"};
     responder->Reply(head, page);
 }

@@ -4,6 +4,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <charconv>
 
 namespace gate {
@@ -45,6 +46,10 @@ std::string Exchange::Run(CURL* handle) {
     _SetUpWay(handle);
     _SetUpAnswer(handle);
     const CURLcode code = curl_easy_perform(handle);
+    long sent = 0;
+    curl_easy_getinfo(handle, CURLINFO_REQUEST_SIZE, &sent);
+    if (sent == 0)
+        fTransfer->NoteNeverSent();
     return code == CURLE_OK ? std::string() : _FailureText(code);
 }
 
@@ -74,6 +79,8 @@ void Exchange::_SetUp(CURL* handle) {
         _AddHeader(line);
     if (fRequest.isPost) {
         _AddHeader("Expect:");
+        // On a connection that was used before, the library would send it twice if that breaks.
+        curl_easy_setopt(handle, CURLOPT_FRESH_CONNECT, 1L);
         curl_easy_setopt(handle, CURLOPT_POSTFIELDS, fRequest.body.c_str());
         curl_easy_setopt(handle, CURLOPT_POSTFIELDSIZE_LARGE,
                          static_cast<curl_off_t>(fRequest.body.size()));
@@ -87,7 +94,7 @@ void Exchange::_SetUpWay(CURL* handle) {
     curl_easy_setopt(handle, CURLOPT_FOLLOWLOCATION, 0L);
     curl_easy_setopt(handle, CURLOPT_HTTP_VERSION, CURL_HTTP_VERSION_2TLS);
     curl_easy_setopt(handle, CURLOPT_CONNECTTIMEOUT, fSettings.connectSeconds);
-    curl_easy_setopt(handle, CURLOPT_TIMEOUT, fSettings.transferSeconds);
+    curl_easy_setopt(handle, CURLOPT_TIMEOUT_MS, _MillisecondsLeft());
     // The environment's proxies are the desktop's for web browsers; the gate has its own setting.
     curl_easy_setopt(handle, CURLOPT_PROXY, fSettings.outerProxy.c_str());
     if (!fSettings.certificates.empty())
@@ -102,6 +109,17 @@ void Exchange::_SetUpWay(CURL* handle) {
         curl_easy_setopt(handle, CURLOPT_OPENSOCKETFUNCTION, &Exchange::_OnSocket);
         curl_easy_setopt(handle, CURLOPT_OPENSOCKETDATA, this);
     }
+}
+
+// Never 0, which would mean no end.
+long Exchange::_MillisecondsLeft() const {
+    using std::chrono::milliseconds;
+    const long most = fSettings.transferSeconds * 1000;
+    if (fRequest.endsBy == Deadline())
+        return most;
+    const auto left = std::chrono::duration_cast<milliseconds>(fRequest.endsBy -
+                                                               std::chrono::steady_clock::now());
+    return std::clamp<long>(left.count(), 1, most);
 }
 
 void Exchange::_SetUpAnswer(CURL* handle) {

@@ -22,6 +22,7 @@ std::string KeyOf(const OriginRequest& request) {
 
 std::shared_ptr<Transfer> Refusal(const std::string& text) {
     auto transfer = std::make_shared<Transfer>();
+    transfer->NoteNeverSent();
     transfer->End(Transfer::State::kFailed, text);
     return transfer;
 }
@@ -65,10 +66,12 @@ std::shared_ptr<Transfer> Origin::Start(const OriginRequest& request) {
 
 void Origin::_Run(const OriginRequest& request, const std::string& key,
                   const std::shared_ptr<Transfer>& transfer) {
-    if (_WaitForTurn(request))
+    if (_WaitForTurn(request)) {
         _Receive(request, transfer.get());
-    else
-        transfer->End(Transfer::State::kFailed, "終了中です");
+    } else {
+        transfer->NoteNeverSent();
+        transfer->End(Transfer::State::kFailed, "送る番が来ませんでした");
+    }
     std::lock_guard guard(fMutex);
     if (auto running = fRunning.find(key); running != fRunning.end() && running->second == transfer)
         fRunning.erase(running);
@@ -82,7 +85,10 @@ bool Origin::_WaitForTurn(const OriginRequest& request) {
     const auto turn =
         fRests.TakeTurn(request.host, std::chrono::milliseconds(request.family->pauseMilliseconds));
     std::unique_lock guard(fMutex);
-    return !fChanged.wait_until(guard, turn, [this] { return fIsEnding; });
+    const bool isEnding = fChanged.wait_until(guard, turn, [this] { return fIsEnding; });
+    const bool isLate =
+        request.endsBy != Deadline() && std::chrono::steady_clock::now() >= request.endsBy;
+    return !isEnding && !isLate;
 }
 
 // What a tired server says is noted before anyone can see its answer and ask again.

@@ -26,7 +26,8 @@ struct OriginRequest {
     bool takesCompressed = false;
     std::vector<std::string> headers; // more lines, "Name: value"
     bool isPost = false;
-    std::string body; // of a post
+    std::string body;  // of a post
+    Deadline endsBy{}; // the transfer fails then, where the settings don't end it earlier
 };
 
 // The way to the servers: TLS with its certificates checked, no redirect followed, no address of

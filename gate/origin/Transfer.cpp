@@ -76,4 +76,14 @@ void Transfer::End(State state, const std::string& failure) {
     fChanged.notify_all();
 }
 
+bool Transfer::MayHaveBeenSent() const {
+    std::lock_guard guard(fMutex);
+    return fMayHaveBeenSent;
+}
+
+void Transfer::NoteNeverSent() {
+    std::lock_guard guard(fMutex);
+    fMayHaveBeenSent = false;
+}
+
 } // namespace gate

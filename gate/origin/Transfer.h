@@ -45,11 +45,14 @@ public:
     std::string Body(size_t offset = 0) const; // what has come behind the offset
     // Why it failed, for the user, in UTF-8; `otherwise` when it did not.
     std::string Failure(const std::string& otherwise = "") const;
+    // Whether anything of the request may have reached the server. True until the end tells.
+    bool MayHaveBeenSent() const;
 
     // The receiver.
     void SetHead(OriginHead head);
     bool Append(std::string_view bytes, size_t most); // false when it would be too much
     void End(State state, const std::string& failure = "");
+    void NoteNeverSent(); // before the end
 
 private:
     template <typename Condition>
@@ -61,6 +64,7 @@ private:
     OriginHead fHead;
     std::string fBody;
     State fState = State::kReceiving;
+    bool fMayHaveBeenSent = true;
     std::string fFailure;
 };
 

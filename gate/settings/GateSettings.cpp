@@ -40,6 +40,15 @@ std::string Family::PresentHost(std::string_view host) const {
     return present;
 }
 
+PostKind Family::Post() const {
+    switch (kind) {
+    case FamilyKind::kRawmode: return post.value_or(PostKind::kRawmode);
+    case FamilyKind::kOfflaw: return post.value_or(PostKind::kOfflaw);
+    case FamilyKind::kDat: break;
+    }
+    return post.value_or(PostKind::kBbs);
+}
+
 bool Family::Serves(std::string_view host) const {
     const std::string present = PresentHost(host);
     return std::any_of(hosts.begin(), hosts.end(),

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,6 +13,14 @@ enum class FamilyKind {
     kDat,     // dat files
     kRawmode, // rawmode.cgi, EUC-JP
     kOfflaw   // offlaw.cgi
+};
+
+// The form in which a family takes posts.
+enum class PostKind {
+    kBbs,     // bbs.cgi, Shift_JIS
+    kUtf8,    // bbs.cgi, UTF-8
+    kRawmode, // write.cgi, EUC-JP, boards in folders
+    kOfflaw   // write.cgi, Shift_JIS
 };
 
 // Where a thread may be found once its dat has gone. {host}, {board}, {key}, {key4} and {key5} (the
@@ -34,13 +43,16 @@ struct Family {
     std::vector<Renaming> renamed;
     std::vector<ArchivePlace> archives;
     std::vector<long> droppedStatuses{301, 302, 303, 307, 308, 403, 404, 410};
-    int pauseMilliseconds = 0; // between two requests to one host
+    int pauseMilliseconds = 0;              // between two requests to one host
+    std::optional<PostKind> post;           // none: what goes with the kind
+    std::vector<std::string> wantedCookies; // sent with a post in any case, empty if not there
     // Where rawmode and offlaw give a thread from its first post, and from number {first} on.
     std::string wholePath, restPath;
 
     bool Serves(std::string_view host) const; // by its present or an old name
     // The name that a host has today; all in lower case.
     std::string PresentHost(std::string_view host) const;
+    PostKind Post() const;
 };
 
 // What the gate goes by: the shipped file, then the user's own over it, key by key. Constant once

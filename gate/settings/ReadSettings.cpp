@@ -1,6 +1,7 @@
 #include "settings/GateSettings.h"
 
 #include <algorithm>
+#include <map>
 #include <optional>
 #include <sstream>
 #include <stdexcept>
@@ -162,6 +163,8 @@ private:
             Refuse(node, "a family needs a name");
         Family* family = _FindFamily(name);
         _ReadKind(&section, family);
+        _ReadPost(&section, family);
+        section.Texts("wanted_cookies", &family->wantedCookies);
         section.Texts("hosts", &family->hosts);
         section.Text("reach", &family->reach);
         section.Text("whole_path", &family->wholePath);
@@ -193,6 +196,20 @@ private:
                 Refuse(*node, "scheme is \"https\" or \"http\"");
             family->usesTls = scheme == "https";
         }
+    }
+
+    static void _ReadPost(Section* section, Family* family) {
+        const toml::node* node = section->Take("post");
+        if (node == nullptr)
+            return;
+        static const std::map<std::string, PostKind> kKinds = {{"bbs", PostKind::kBbs},
+                                                               {"utf8", PostKind::kUtf8},
+                                                               {"rawmode", PostKind::kRawmode},
+                                                               {"offlaw", PostKind::kOfflaw}};
+        const auto known = kKinds.find(Section::TextOf(*node));
+        if (known == kKinds.end())
+            Refuse(*node, "post is \"bbs\", \"utf8\", \"rawmode\" or \"offlaw\"");
+        family->post = known->second;
     }
 
     static void _ReadRenamed(Section* section, Family* family) {

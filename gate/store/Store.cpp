@@ -16,7 +16,26 @@ CREATE TABLE IF NOT EXISTS dates(id INTEGER PRIMARY KEY, thread TEXT, date INTEG
 CREATE TABLE IF NOT EXISTS kept(thread TEXT PRIMARY KEY, source TEXT, bytes BLOB, lines INTEGER,
     date INTEGER);
 CREATE TABLE IF NOT EXISTS menus(address TEXT PRIMARY KEY, bytes BLOB);
+CREATE TABLE IF NOT EXISTS cookies(id INTEGER PRIMARY KEY, family TEXT, name TEXT, value BLOB,
+    domain TEXT, path TEXT, host_alone INTEGER, secure INTEGER, expires INTEGER, created INTEGER);
 )";
+
+constexpr Seconds kNoEnd = -1;
+
+bool AddCookie(Database* database, const std::string& family, const Cookie& cookie) {
+    return Query(database, "INSERT INTO cookies(family, name, value, domain, path, host_alone, "
+                           "secure, expires, created) VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?)")
+        .Bind(family)
+        .BindBytes(cookie.name)
+        .BindBytes(cookie.value)
+        .Bind(cookie.domain)
+        .BindBytes(cookie.path)
+        .Bind(int64_t{cookie.isOfHostAlone})
+        .Bind(int64_t{cookie.isSecure})
+        .Bind(cookie.expires.value_or(kNoEnd))
+        .Bind(cookie.created)
+        .Run();
+}
 
 } // namespace
 
@@ -138,6 +157,39 @@ void Store::SetMenu(const std::string& address, const std::string& bytes) {
         .Bind(address)
         .BindBytes(bytes)
         .Run();
+}
+
+std::vector<Cookie> Store::ListCookies(const std::string& family) {
+    std::lock_guard guard(fMutex);
+    std::vector<Cookie> all;
+    Query query(&fDatabase, "SELECT name, value, domain, path, host_alone, secure, expires, "
+                            "created FROM cookies WHERE family = ? ORDER BY id");
+    query.Bind(family);
+    while (query.Step()) {
+        Cookie cookie{query.Text(0),        query.Text(1),        query.Text(2),   query.Text(3),
+                      query.Number(4) != 0, query.Number(5) != 0, query.Number(6), query.Number(7)};
+        if (cookie.expires == kNoEnd)
+            cookie.expires.reset();
+        all.push_back(std::move(cookie));
+    }
+    return all;
+}
+
+bool Store::SetCookies(const std::string& family, const std::vector<Cookie>& all) {
+    std::lock_guard guard(fMutex);
+    if (!fDatabase.Execute("BEGIN"))
+        return false;
+    bool isGood = Query(&fDatabase, "DELETE FROM cookies WHERE family = ?").Bind(family).Run();
+    for (const Cookie& cookie : all)
+        isGood = isGood && AddCookie(&fDatabase, family, cookie);
+    if (isGood && fDatabase.Execute("COMMIT"))
+        return true;
+    fDatabase.Execute("ROLLBACK");
+    return false;
+}
+
+bool Store::ForgetCookies(const std::string& family) {
+    return SetCookies(family, {});
 }
 
 } // namespace gate

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "post/Cookies.h"
 #include "store/Database.h"
 
 #include <cstdint>
@@ -59,6 +60,11 @@ public:
 
     std::optional<std::string> FindMenu(const std::string& address);
     void SetMenu(const std::string& address, const std::string& bytes);
+
+    // The cookies of a family, in the order of their creation; setting replaces all of them.
+    std::vector<Cookie> ListCookies(const std::string& family);
+    bool SetCookies(const std::string& family, const std::vector<Cookie>& all);
+    bool ForgetCookies(const std::string& family);
 
 private:
     std::mutex fMutex;

@@ -8,12 +8,15 @@
 #include <unistd.h>
 
 #include <atomic>
+#include <cstdlib>
 #include <cstring>
 #include <functional>
 #include <mutex>
 #include <string>
 #include <thread>
 #include <vector>
+
+inline std::string HeaderOf(const std::string& message, const std::string& name);
 
 // A board server on a loopback port: each request, as it came, is answered with the bytes that the
 // script gives for it, and the connection closed.
@@ -67,6 +70,19 @@ private:
         std::string request;
         char bytes[4096];
         while (request.find("\r\n\r\n") == std::string::npos) {
+            const ssize_t count = recv(handle, bytes, sizeof(bytes), 0);
+            if (count <= 0)
+                break;
+            request.append(bytes, static_cast<size_t>(count));
+        }
+        const size_t end = request.find("\r\n\r\n");
+        const size_t whole =
+            end == std::string::npos
+                ? 0
+                : end + 4 +
+                      strtoul(HeaderOf(request.substr(0, end + 2), "Content-Length").c_str(),
+                              nullptr, 10);
+        while (request.size() < whole) {
             const ssize_t count = recv(handle, bytes, sizeof(bytes), 0);
             if (count <= 0)
                 break;

@@ -6,6 +6,8 @@
 #include "boards/Boards.h"
 #include "front/Listeners.h"
 #include "front/Server.h"
+#include "post/Confirmations.h"
+#include "post/PostRoom.h"
 
 #include <gtest/gtest.h>
 
@@ -78,8 +80,19 @@ public:
             ADD_FAILURE() << error;
         fStore = std::make_unique<gate::Store>(fFolder / "gate.db");
         fOrigin = std::make_unique<gate::Origin>(fSettings);
-        fBoards =
-            std::make_unique<gate::Boards>(gate::Shop{fSettings, *fOrigin, *fStore}, &fJournal);
+        const gate::Shop shop{fSettings, *fOrigin, *fStore};
+        fPageListeners = std::make_unique<gate::Listeners>();
+        if (!fPageListeners->Open(0, &error))
+            ADD_FAILURE() << error;
+        fCookies = std::make_unique<gate::CookieShelf>(fSettings, fStore.get());
+        fPosts = std::make_unique<gate::PostRoom>(
+            shop, fCookies.get(), [this](const std::string& address) { return _Open(address); },
+            PagePort());
+        fPages = std::make_unique<gate::Confirmations>(fPosts.get());
+        fPageServer = std::make_unique<gate::Server>(fSettings, fPageListeners.get(), fPages.get(),
+                                                     &fJournal);
+        fPageThread = std::thread([this] { fPageServer->Run(); });
+        fBoards = std::make_unique<gate::Boards>(shop, &fJournal, fCookies.get(), fPosts.get());
         fServer =
             std::make_unique<gate::Server>(fSettings, fListeners.get(), fBoards.get(), &fJournal);
         fThread = std::thread([this] { fServer->Run(); });
@@ -89,10 +102,17 @@ public:
         if (!fThread.joinable())
             return;
         fServer->Stop();
+        fPageServer->Stop();
         fThread.join();
+        fPageThread.join();
         fOrigin->End();
         fServer.reset();
+        fPageServer.reset();
         fBoards.reset();
+        fPages.reset();
+        fPosts.reset();
+        fCookies.reset();
+        fPageListeners.reset();
         fOrigin.reset();
         fStore.reset();
         fListeners.reset();
@@ -102,6 +122,14 @@ public:
     std::string PortText() const { return std::to_string(Port()); }
     gate::Settings& Settings() { return fSettings; }
     gate::Store& Store() { return *fStore; }
+    gate::CookieShelf& Cookies() { return *fCookies; }
+    int PagePort() const { return fPageListeners->Port(); }
+    // What was opened in the user's web browser, where there is one.
+    std::vector<std::string> Opened() const {
+        std::lock_guard guard(fMutex);
+        return fOpened;
+    }
+    void HaveBrowser(bool hasBrowser) { fHasBrowser = hasBrowser; }
 
     // A request as the program sends it.
     GateAnswer Get(const std::string& path, const std::string& headers = "",
@@ -118,14 +146,40 @@ public:
                              "\r\nRange: bytes=" + std::to_string(size) + "-\r\n");
     }
 
+    // A post as the program sends it.
+    GateAnswer Post(const std::string& body, const std::string& path = "/test/bbs.cgi",
+                    const std::string& host = "board.example") {
+        return Exchange(Port(), "POST http://" + host + path + " HTTP/1.0\r\nHost: " + host +
+                                    "\r\nReferer: http://board.example/news/index.html\r\n"
+                                    "Cookie: NAME=&MAIL=\r\nUser-Agent: program\r\n"
+                                    "Content-type: application/x-www-form-urlencoded\r\n"
+                                    "Content-length: " +
+                                    std::to_string(body.size()) + "\r\n\r\n" + body);
+    }
+
 private:
+    bool _Open(const std::string& address) {
+        std::lock_guard guard(fMutex);
+        fOpened.push_back(address);
+        return fHasBrowser;
+    }
+
     ScratchFolder fFolder;
     gate::Settings fSettings;
     gate::Journal fJournal;
     std::unique_ptr<gate::Listeners> fListeners;
     std::unique_ptr<gate::Store> fStore;
     std::unique_ptr<gate::Origin> fOrigin;
+    std::unique_ptr<gate::Listeners> fPageListeners;
+    std::unique_ptr<gate::CookieShelf> fCookies;
+    std::unique_ptr<gate::PostRoom> fPosts;
+    std::unique_ptr<gate::Confirmations> fPages;
+    std::unique_ptr<gate::Server> fPageServer;
+    std::thread fPageThread;
     std::unique_ptr<gate::Boards> fBoards;
     std::unique_ptr<gate::Server> fServer;
     std::thread fThread;
+    std::atomic<bool> fHasBrowser{true};
+    mutable std::mutex fMutex;
+    std::vector<std::string> fOpened; // guarded by fMutex
 };

@@ -102,16 +102,6 @@ TEST_F(Front, AHeadRequestGetsTheHeadAlone) {
     EXPECT_EQ(answer.body, "");
 }
 
-TEST_F(Front, APostIsRefusedInTheFormOfAServersError) {
-    const GateAnswer answer = Send("POST http://board.example/test/bbs.cgi HTTP/1.0\r\n" + kHost +
-                                   "Content-length: 5\r\n\r\nFROM=");
-    EXPECT_EQ(answer.status, 200);
-    EXPECT_NE(answer.body.find("<title>ERROR!!</title>\n"), std::string::npos);
-    EXPECT_EQ(answer.body.find("http-equiv"), std::string::npos);
-    EXPECT_TRUE(answer.body.ends_with('\n'));
-    EXPECT_TRUE(fOrigin.Requests().empty());
-}
-
 TEST_F(Front, MoreConnectionsThanItServesAreAllAnswered) {
     std::vector<int> idle;
     for (int i = 0; i < 60; i++) {
