@@ -82,7 +82,7 @@ std::string cutIdentity(std::string* date) {
     const size_t mark = date->find(kMark);
     if (mark == date->npos)
         return "";
-    const std::string identity = date->substr(mark + kMark.size());
+    std::string identity = date->substr(mark + kMark.size());
     date->resize(mark);
     return identity;
 }

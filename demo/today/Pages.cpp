@@ -10,7 +10,7 @@ namespace {
 // The date's last part, "ID:x", stands by itself in today's pages.
 std::string cutIdentity(std::string* date) {
     const size_t mark = date->find(" ID:");
-    const std::string identity = mark == date->npos ? "" : date->substr(mark + 1);
+    std::string identity = mark == date->npos ? "" : date->substr(mark + 1);
     date->resize(std::min(mark, date->size()));
     return identity;
 }

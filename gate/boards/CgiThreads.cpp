@@ -61,7 +61,7 @@ void CgiThreads::_RefuseFor(const News& news, Responder* responder) {
 // tells then why nothing new came.
 std::optional<KeptThread> CgiThreads::_BringUpToDate(const ThreadAddress& thread, News* news) {
     const Deadline deadline = fShop.AnswerDeadline();
-    const std::optional<KeptThread> kept = fShop.store.FindKept(thread.KeptName());
+    std::optional<KeptThread> kept = fShop.store.FindKept(thread.KeptName());
     if (kept && kept->source != kCgiSource)
         return kept; // an archive's, which is whole
     *news = _Ask(thread, kept ? static_cast<long>(kept->lines) + 1 : 1, deadline);

@@ -44,8 +44,11 @@ std::optional<uid_t> FindUser(const char* table, const std::string& prefix,
         unsigned state = 0;
         unsigned user = 0;
         if (sscanf(line.c_str(), " %*d: %63s %63s %X %*s %*s %*s %u", local.data(), remote.data(),
-                   &state, &user) == 4 &&
-            prefix + local.data() + " " + prefix + remote.data() == ends)
+                   &state, &user) != 4)
+            continue;
+        std::string found = prefix;
+        found.append(local.data()).append(" ").append(prefix).append(remote.data());
+        if (found == ends)
             return user;
     }
     return std::nullopt;

@@ -49,6 +49,12 @@ private:
     int64_t fSent = 0;
 };
 
+// For pages that a web browser shows: no script, nothing from outside, forms that lead nowhere but
+// back, and no place in another page's frame.
+constexpr const char* kSafePagePolicy =
+    "Content-Security-Policy: default-src 'none'; style-src 'unsafe-inline'; "
+    "base-uri 'none'; form-action 'self'; frame-ancestors 'none'";
+
 // "Sun, 06 Nov 1994 08:49:37 GMT".
 std::string HttpDate(time_t date);
 

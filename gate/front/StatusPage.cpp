@@ -113,8 +113,7 @@ std::string MakeStatusPage(const Settings& settings, const Journal& journal, Sto
 void AnswerStatusPage(const std::string& page, Responder* responder) {
     AnswerHead head;
     head.type = "text/html; charset=utf-8";
-    head.more = {"Content-Security-Policy: default-src 'none'; style-src 'unsafe-inline'; "
-                 "base-uri 'none'; form-action 'self'; frame-ancestors 'none'",
+    head.more = {kSafePagePolicy,
                  "Cross-Origin-Resource-Policy: same-origin",
                  "Cross-Origin-Opener-Policy: same-origin",
                  "X-Content-Type-Options: nosniff",

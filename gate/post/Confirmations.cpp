@@ -33,8 +33,7 @@ void Show(int status, const std::string& bytes, Charset charset, Responder* resp
     head.status = status;
     head.reason = status == 200 ? "OK" : "Refused";
     head.type = std::string("text/html; charset=") + LabelOf(charset);
-    head.more = {"Content-Security-Policy: default-src 'none'; style-src 'unsafe-inline'; "
-                 "form-action 'self'; base-uri 'none'; frame-ancestors 'none'",
+    head.more = {kSafePagePolicy,
                  "X-Frame-Options: DENY",
                  "X-Content-Type-Options: nosniff",
                  "Cache-Control: no-store",

@@ -46,7 +46,7 @@ Ledger::Known Ledger::Begin(const Draft& draft) {
         fEntries.push_back({draft, State::kSending, Clock::now(), time(nullptr), {}});
         return {};
     }
-    const Known known{entry->state, entry->page.secret, entry->firstSent};
+    Known known{entry->state, entry->page.secret, entry->firstSent};
     if (known.state == State::kUnclear)
         entry->state = State::kSending;
     if (known.state == State::kPosted)

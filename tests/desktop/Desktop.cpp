@@ -116,7 +116,7 @@ XClient::Window Desktop::NewWindow(const std::vector<XClient::Window>& before) {
     return fresh;
 }
 
-Desktop::Picture Desktop::Settled(XClient::Window window) {
+Desktop::Picture Desktop::Settled(XClient::Window window, int milliseconds) {
     Picture last = fDesk.PictureOf(window);
     Clock::time_point since = Clock::now();
     Eventually([&] {
@@ -124,7 +124,7 @@ Desktop::Picture Desktop::Settled(XClient::Window window) {
         if (next != last || IsPlain(next))
             since = Clock::now();
         last = std::move(next);
-        return Clock::now() - since > std::chrono::milliseconds(60);
+        return Clock::now() - since > std::chrono::milliseconds(milliseconds);
     });
     return last;
 }

@@ -30,7 +30,7 @@ protected:
     // A window that the manager has shown since, with the keyboard; 0 if none comes.
     XClient::Window NewWindow(const std::vector<XClient::Window>& before);
     // What stands there once it has stopped changing.
-    Picture Settled(XClient::Window window);
+    Picture Settled(XClient::Window window, int milliseconds = 60);
     Picture Screen() { return fDesk.PictureOf(fDesk.Root()); }
     ::testing::AssertionResult Shows(XClient::Window window, const Picture& expected);
     void ResizeTo(XClient::Window window, const XClient::Frame& frame);

@@ -11,6 +11,7 @@ namespace {
 
 constexpr int kShort = 5; // seconds, in everyday runs
 constexpr int kActionsBetweenLooks = 40;
+constexpr int kLongEnough = 500; // milliseconds for the last frame, on a machine with other work
 constexpr XClient::Frame kSmall = {40, 60, 640, 480};
 
 int FromEnvironment(const char* name, int otherwise) {
@@ -131,9 +132,9 @@ public:
             ResizeTo(fWindow, frame);
             Settled(fWindow);
         }
-        const Picture usual = Settled(fWindow);
+        const Picture usual = Settled(fWindow, kLongEnough);
         ResizeTo(fWindow, kSmall);
-        const Picture small = Settled(fWindow);
+        const Picture small = Settled(fWindow, kLongEnough);
         ResizeTo(fWindow, kUsual);
         EXPECT_TRUE(Shows(fWindow, usual));
         ResizeTo(fWindow, kSmall);
