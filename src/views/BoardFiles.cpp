@@ -50,7 +50,7 @@ bool ParseBoard(std::string_view line, BBSTable::Board* board) {
         return false;
     board->title = CutAtCharacter(std::string(title).c_str(), kLongestField);
     board->url = "http://" + std::string(server) + "/" + std::string(folder) + "/";
-    return true;
+    return !board->title.empty(); // one that begins with a zero byte shows nothing
 }
 
 } // namespace
