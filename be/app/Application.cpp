@@ -2,7 +2,7 @@
 
 #include "app/LooperPrivate.h"
 #include "app/WindowList.h"
-#include "interface/AlertPrivate.h"
+#include "interface/alerts/AlertPrivate.h"
 #include "kernel/Threads.h"
 #include "net/EndpointRegistry.h"
 #include "server/CursorShapes.h"

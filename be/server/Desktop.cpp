@@ -1,6 +1,6 @@
 #include "server/Desktop.h"
 
-#include "interface/SystemFonts.h"
+#include "interface/fonts/SystemFonts.h"
 #include "server/Opener.h"
 #include "server/Server.h"
 

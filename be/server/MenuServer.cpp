@@ -1,6 +1,6 @@
 #include "server/MenuServer.h"
 
-#include "interface/WindowPrivate.h"
+#include "interface/windows/WindowPrivate.h"
 #include "server/NativeWindow.h"
 #include "server/OpenMenu.h"
 #include "server/Server.h"

@@ -1,6 +1,6 @@
 #include "server/OpenMenu.h"
 
-#include "interface/Typeface.h"
+#include "interface/fonts/Typeface.h"
 #include "server/NativeWindow.h"
 
 #include <InterfaceDefs.h>

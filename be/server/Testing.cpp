@@ -1,7 +1,7 @@
 #include "server/Testing.h"
 
 #include "app/WindowList.h"
-#include "interface/WindowPrivate.h"
+#include "interface/windows/WindowPrivate.h"
 #include "server/Desktop.h"
 #include "server/Keys.h"
 #include "server/NativeWindow.h"

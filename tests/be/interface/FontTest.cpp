@@ -1,5 +1,6 @@
-#include "interface/AdvanceTable.h"
-#include "interface/TextShaping.h"
+#include "interface/fonts/AdvanceTable.h"
+#include "interface/fonts/ScriptShaping.h"
+#include "interface/fonts/ShapedText.h"
 
 #include <Font.h>
 #include <String.h>

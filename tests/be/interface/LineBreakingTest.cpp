@@ -1,5 +1,6 @@
-#include "interface/LineBreaking.h"
-#include "interface/Utf8.h"
+#include "interface/fonts/ScriptShaping.h"
+#include "interface/text/LineBreaking.h"
+#include "support/Utf8.h"
 
 #include <gtest/gtest.h>
 
@@ -41,9 +42,9 @@ TEST(LineBreaking, MayNotEndALineBetween) {
 
 TEST(LineBreaking, ShapingIsAskedForByMarksAndDirections) {
     for (const char* text : {"e\xCC\x81", "か\xE3\x82\x99", "\xD7\x90", "\xD8\xA7", "\xE2\x80\x8D"})
-        EXPECT_TRUE(TextNeedsShaping(text, static_cast<int32>(strlen(text)))) << text;
+        EXPECT_TRUE(NeedsShaping(text, static_cast<int32>(strlen(text)))) << text;
     for (const char* text : {"", "abc", "日本語、かな。", "ｶﾞ", "é", "★ω→", "\xFF\xE3"})
-        EXPECT_FALSE(TextNeedsShaping(text, static_cast<int32>(strlen(text)))) << text;
+        EXPECT_FALSE(NeedsShaping(text, static_cast<int32>(strlen(text)))) << text;
 }
 
 struct Decoding {

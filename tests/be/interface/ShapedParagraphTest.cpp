@@ -1,6 +1,6 @@
-#include "interface/ShapedParagraph.h"
+#include "interface/text/ShapedParagraph.h"
 
-#include "interface/TextDocument.h"
+#include "interface/text/TextDocument.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "interface/TextBuffer.h"
+#include "interface/text/TextBuffer.h"
 
 #include <gtest/gtest.h>
 

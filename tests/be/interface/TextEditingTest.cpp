@@ -1,7 +1,7 @@
-#include "interface/TextCaret.h"
-#include "interface/TextDocument.h"
-#include "interface/TextHistory.h"
-#include "interface/TextWords.h"
+#include "interface/text/TextCaret.h"
+#include "interface/text/TextDocument.h"
+#include "interface/text/TextHistory.h"
+#include "interface/text/TextWords.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "interface/TextDocument.h"
+#include "interface/text/TextDocument.h"
 
 #include <gtest/gtest.h>
 

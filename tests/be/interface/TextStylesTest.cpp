@@ -1,4 +1,4 @@
-#include "interface/TextStyles.h"
+#include "interface/text/TextStyles.h"
 
 #include <gtest/gtest.h>
 

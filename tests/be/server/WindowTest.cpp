@@ -1,6 +1,6 @@
 #include "support/TestWindow.h"
 
-#include "interface/WindowPrivate.h"
+#include "interface/windows/WindowPrivate.h"
 #include "server/Drawing.h"
 #include "server/NativeWindow.h"
 #include "server/Server.h"
