@@ -5,38 +5,47 @@
 #include "support/Utf8.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 
 namespace {
 
+constexpr uint32 kBullet = 0x25CF;
 // Longer paragraphs are laid out from the table whatever they hold, so that a change stays cheap.
 constexpr int32 kLongestShaped = 16 * 1024;
 
 } // namespace
 
-TextLines::Formatter::Formatter(const TextLines& lines, int32 offset, int32 top,
-                                bool startsParagraph)
-    : fLines(lines), fStyles(*lines.fStyles), fLength(lines.fBuffer->Length()),
-      fText(offset < fLength ? lines.fBuffer->Range(offset, fLength) : nullptr), fFrom(offset),
+float LineRules::AdvanceOf(const TextStyle& style, uint32 codePoint, float x) const {
+    if (masked)
+        return style.advances->Advance(kBullet);
+    if (codePoint == '\t')
+        return (std::floor(x / tabWidth) + 1) * tabWidth - x;
+    return style.advances->Advance(codePoint);
+}
+
+LineFormatter::LineFormatter(const LineRules& rules, int32 offset, int32 top, bool startsParagraph)
+    : fRules(rules), fStyles(*rules.styles), fLength(rules.buffer->Length()),
+      fText(offset < fLength ? rules.buffer->Range(offset, fLength) : nullptr), fFrom(offset),
       fClasses(BreakClassTable()), fTop(top), fStartsParagraph(startsParagraph) {
     fWalk.pen.offset = offset;
     fWalk.pen.run = fStyles.RunIndexAt(offset);
 }
 
-void TextLines::Formatter::GoOnFrom(const Walk& walk) {
+void LineFormatter::GoOnFrom(const LineWalk& walk) {
     fWalk = walk;
     fGoesOn = true;
 }
 
-TextLine TextLines::Formatter::Next() {
+TextLine LineFormatter::Next() {
     if (fStartsParagraph && !fGoesOn)
         _EnterParagraph();
     return fShaped != nullptr ? _NextShaped() : _NextPlain();
 }
 
-void TextLines::Formatter::_EnterParagraph() {
+void LineFormatter::_EnterParagraph() {
     fShaped.reset();
-    if (fLines.fMasked || fWalk.pen.offset < fPlainUpTo || fWalk.pen.offset == fLength)
+    if (fRules.masked || fWalk.pen.offset < fPlainUpTo || fWalk.pen.offset == fLength)
         return;
     const char* text = fText + (fWalk.pen.offset - fFrom);
     const int32 rest = fLength - fWalk.pen.offset;
@@ -46,12 +55,12 @@ void TextLines::Formatter::_EnterParagraph() {
     if (length > kLongestShaped || !NeedsShaping(text, length))
         return;
     fParagraphEnd = fWalk.pen.offset + length;
-    fShaped = std::make_unique<ShapedParagraph>(*fLines.fBuffer, fStyles, fWalk.pen.offset,
-                                                fParagraphEnd, fLines.fWrapWidth, fLines.fTabWidth);
+    fShaped = std::make_unique<ShapedParagraph>(*fRules.buffer, fStyles, fWalk.pen.offset,
+                                                fParagraphEnd, fRules.wrapWidth, fRules.tabWidth);
     fShapedLine = 0;
 }
 
-TextLine TextLines::Formatter::_NextPlain() {
+TextLine LineFormatter::_NextPlain() {
     Pen& pen = fWalk.pen;
     TextLine line{fGoesOn ? fFrom : pen.offset, fTop, 0, 0, false, false};
     if (!fGoesOn) {
@@ -73,93 +82,88 @@ TextLine TextLines::Formatter::_NextPlain() {
     return _Finish(line, height);
 }
 
-void TextLines::Formatter::_WalkLine() {
-    do
+void LineFormatter::_WalkLine() {
+    for (bool goesOn = true; goesOn;) {
         _FollowRun();
-    while (fWalk.pen.offset < fLength &&
-           _WalkRun(fStyles.Style(fStyles.RunAt(fWalk.pen.run).style)));
+        if (fWalk.pen.offset == fLength)
+            return;
+        const TextStyle& style = fStyles.Style(fStyles.RunAt(fWalk.pen.run).style);
+        const RunOutcome outcome = _WalkRun(style);
+        _Take(style, outcome);
+        fEndsHard = outcome.end == RunOutcome::End::kLineFeed;
+        goesOn = outcome.end == RunOutcome::End::kRun;
+    }
 }
 
-// Walks to the end of the run; false if the line ends before.
-bool TextLines::Formatter::_WalkRun(const TextStyle& style) {
-    const Pen from = fWalk.pen;
-    const int32 end = fStyles.RunEnd(from.run, fLength);
+LineFormatter::RunOutcome LineFormatter::_WalkRun(const TextStyle& style) const {
+    const int32 end = fStyles.RunEnd(fWalk.pen.run, fLength);
     const char* const text = fText - fFrom;
-    const float wrapWidth = fLines.fWrapWidth;
-    const bool masked = fLines.fMasked;
+    const float wrapWidth = fRules.wrapWidth;
+    const bool masked = fRules.masked;
     const AdvanceTable& advances = *style.advances;
-    int32 offset = from.offset;
-    float x = from.x;
-    BreakClass before = fWalk.before;
-    int32 mayEnd = -1;
-    float mayEndX = 0;
-    bool goesOn = true;
-    while (offset < end) {
-        const Utf8Character character = DecodeUtf8(text + offset, fLength - offset);
+    RunOutcome way;
+    way.offset = fWalk.pen.offset;
+    way.x = fWalk.pen.x;
+    way.before = fWalk.before;
+    while (way.offset < end) {
+        const Utf8Character character = DecodeUtf8(text + way.offset, fLength - way.offset);
         if (character.code == '\n') {
-            offset++;
-            fEndsHard = true;
-            goesOn = false;
+            way.offset++;
+            way.end = RunOutcome::End::kLineFeed;
             break;
         }
         const BreakClass now =
             character.code < 0x10000 ? fClasses[character.code] : BreakClassOf(character.code);
-        if (MayBreak(before, now)) {
-            mayEnd = offset;
-            mayEndX = x;
+        if (MayBreak(way.before, now)) {
+            way.mayEnd = way.offset;
+            way.mayEndX = way.x;
         }
         const float advance = masked || character.code == '\t'
-                                  ? fLines.AdvanceOf(style, character.code, x)
+                                  ? fRules.AdvanceOf(style, character.code, way.x)
                                   : advances.Advance(character.code);
         // Spaces hang over the edge; one character at least stands in a line.
-        if (x + advance > wrapWidth && now != BreakClass::kSpace && x > 0) {
-            goesOn = false;
+        if (way.x + advance > wrapWidth && now != BreakClass::kSpace && way.x > 0) {
+            way.end = RunOutcome::End::kEdge;
             break;
         }
-        x += advance;
-        offset += character.bytes;
-        before = now;
+        way.x += advance;
+        way.offset += character.bytes;
+        way.before = now;
     }
-    const bool wraps = !goesOn && !fEndsHard;
-    _EndRun(style, {offset, from.run, x, from.ascent, from.below}, mayEnd, mayEndX, wraps);
-    fWalk.before = before;
-    return goesOn;
+    return way;
 }
 
-// The walk along a run has come to `pen`, by a last place `mayEnd` where the line may end, unless
-// that is -1.
-void TextLines::Formatter::_EndRun(const TextStyle& style, const Pen& pen, int32 mayEnd,
-                                   float mayEndX, bool wraps) {
-    const int32 from = fWalk.pen.offset;
-    if (mayEnd >= 0) {
-        fWalk.opportunity = fWalk.pen;
-        fWalk.opportunity.offset = mayEnd;
-        fWalk.opportunity.x = mayEndX;
-        if (mayEnd > from)
+// At the edge the line ends where it last might have.
+void LineFormatter::_Take(const TextStyle& style, const RunOutcome& outcome) {
+    const Pen from = fWalk.pen;
+    fWalk.before = outcome.before;
+    if (outcome.mayEnd >= 0) {
+        fWalk.opportunity = {outcome.mayEnd, from.run, outcome.mayEndX, from.ascent, from.below};
+        if (outcome.mayEnd > from.offset)
             Cover(fWalk.opportunity, style);
         fWalk.hasOpportunity = true;
     }
-    if (wraps && fWalk.hasOpportunity) {
+    if (outcome.end == RunOutcome::End::kEdge && fWalk.hasOpportunity) {
         fWalk.pen = fWalk.opportunity;
         return;
     }
-    fWalk.pen = pen;
-    if (pen.offset > from)
+    fWalk.pen = {outcome.offset, from.run, outcome.x, from.ascent, from.below};
+    if (outcome.offset > from.offset)
         Cover(fWalk.pen, style);
 }
 
-void TextLines::Formatter::_FollowRun() {
+void LineFormatter::_FollowRun() {
     Pen& pen = fWalk.pen;
     while (pen.run + 1 < fStyles.CountRuns() && pen.offset >= fStyles.RunAt(pen.run + 1).offset)
         pen.run++;
 }
 
-void TextLines::Formatter::Cover(Pen& pen, const TextStyle& style) {
+void LineFormatter::Cover(Pen& pen, const TextStyle& style) {
     pen.ascent = std::max(pen.ascent, style.ascent);
     pen.below = std::max(pen.below, style.height - style.ascent);
 }
 
-TextLine TextLines::Formatter::_NextShaped() {
+TextLine LineFormatter::_NextShaped() {
     const std::vector<ShapedParagraph::Line>& shaped = fShaped->Lines();
     const ShapedParagraph::Line& from = shaped[fShapedLine++];
     TextLine line{from.offset, fTop, from.width, static_cast<int16>(from.ascent), false, true};
@@ -174,7 +178,7 @@ TextLine TextLines::Formatter::_NextShaped() {
     return _Finish(line, from.height);
 }
 
-TextLine TextLines::Formatter::_Finish(TextLine line, int32 height) {
+TextLine LineFormatter::_Finish(TextLine line, int32 height) {
     fTop += height;
     fStartsParagraph = fEndsHard;
     // Behind a line feed stands one more line, even an empty one.

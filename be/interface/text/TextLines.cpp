@@ -1,21 +1,10 @@
 #include "interface/text/TextLines.h"
 
 #include "interface/fonts/ScriptShaping.h"
-#include "interface/text/LineBreaking.h"
-#include "interface/text/LineFormatter.h"
-#include "support/Utf8.h"
 
 #include <algorithm>
-#include <cmath>
 
-namespace {
-
-constexpr uint32 kBullet = 0x25CF;
-
-} // namespace
-
-TextLines::TextLines(const TextBuffer* buffer, const TextStyles* styles)
-    : fBuffer(buffer), fStyles(styles) {
+TextLines::TextLines(const TextBuffer* buffer, const TextStyles* styles) : fRules{buffer, styles} {
     LayoutAll();
 }
 
@@ -24,14 +13,14 @@ TextLines::~TextLines() = default;
 void TextLines::LayoutAll() {
     fShaped.reset();
     fLines.clear();
-    Formatter formatter(*this, 0, 0, true);
+    LineFormatter formatter(fRules, 0, 0, true);
     while (!formatter.AtEnd())
         fLines.push_back(formatter.Next());
     fHeight = formatter.Top();
     _KeepTail(formatter);
 }
 
-void TextLines::_KeepTail(const Formatter& formatter) {
+void TextLines::_KeepTail(const LineFormatter& formatter) {
     fTailIsValid = formatter.AtEnd() && !fLines.back().isShaped;
     if (fTailIsValid)
         fTail = formatter.LastWalk();
@@ -42,10 +31,10 @@ TextLines::Change TextLines::Update(int32 offset, int32 removed, int32 inserted)
     const int32 delta = inserted - removed;
     const bool shaped = _NeedsShaping(offset, removed, inserted);
     const bool goesOn =
-        fTailIsValid && !shaped && removed == 0 && offset + inserted == fBuffer->Length();
+        fTailIsValid && !shaped && removed == 0 && offset + inserted == fRules.buffer->Length();
     const int32 first = goesOn ? CountLines() - 1 : _FirstLineToLayOut(offset, shaped);
     const int32 top = fLines[first].top;
-    Formatter formatter(*this, fLines[first].offset, top, _StartsParagraph(first));
+    LineFormatter formatter(fRules, fLines[first].offset, top, _StartsParagraph(first));
     if (!shaped)
         formatter.TakeForPlain(offset + inserted);
     if (goesOn)
@@ -66,12 +55,12 @@ TextLines::Change TextLines::Update(int32 offset, int32 removed, int32 inserted)
 
 // Makes lines until one begins where an old one did, behind the changed text: from there on nothing
 // has changed. Returns that old line, or the number of lines if there is none.
-int32 TextLines::_LayOutUntilUnchanged(Formatter& formatter, int32 first, int32 changedEnd,
+int32 TextLines::_LayOutUntilUnchanged(LineFormatter& formatter, int32 first, int32 changedEnd,
                                        int32 delta, std::vector<TextLine>& fresh) const {
     for (int32 old = first; !formatter.AtEnd(); fresh.push_back(formatter.Next())) {
         // The empty last line is as high as the line feed before it tells.
         const int32 offset = formatter.Offset();
-        if (offset < changedEnd || offset == fBuffer->Length() || fresh.empty())
+        if (offset < changedEnd || offset == fRules.buffer->Length() || fresh.empty())
             continue;
         while (old < CountLines() && fLines[old].offset < offset - delta)
             old++;
@@ -99,7 +88,8 @@ int32 TextLines::_FirstLineToLayOut(int32 offset, bool shaped) const {
 bool TextLines::_NeedsShaping(int32 offset, int32 removed, int32 inserted) const {
     if (fLines[IndexAtOffset(offset)].isShaped || fLines[IndexAtOffset(offset + removed)].isShaped)
         return true;
-    return inserted > 0 && ::NeedsShaping(fBuffer->Range(offset, offset + inserted), inserted);
+    return inserted > 0 &&
+           ::NeedsShaping(fRules.buffer->Range(offset, offset + inserted), inserted);
 }
 
 void TextLines::_Splice(int32 first, int32 last, std::vector<TextLine>& fresh, int32 offsetDelta,
@@ -124,23 +114,23 @@ void TextLines::_Splice(int32 first, int32 last, std::vector<TextLine>& fresh, i
 }
 
 void TextLines::SetWrapWidth(float width) {
-    if (width == fWrapWidth)
+    if (width == fRules.wrapWidth)
         return;
-    fWrapWidth = width;
+    fRules.wrapWidth = width;
     LayoutAll();
 }
 
 void TextLines::SetTabWidth(float width) {
-    if (width == fTabWidth || !(width >= 1))
+    if (width == fRules.tabWidth || !(width >= 1))
         return;
-    fTabWidth = width;
+    fRules.tabWidth = width;
     LayoutAll();
 }
 
 void TextLines::SetMasked(bool masked) {
-    if (masked == fMasked)
+    if (masked == fRules.masked)
         return;
-    fMasked = masked;
+    fRules.masked = masked;
     LayoutAll();
 }
 
@@ -169,7 +159,7 @@ int32 TextLines::IndexAtY(float y) const {
 }
 
 int32 TextLines::LineEnd(int32 index) const {
-    return index + 1 < CountLines() ? fLines[index + 1].offset : fBuffer->Length();
+    return index + 1 < CountLines() ? fLines[index + 1].offset : fRules.buffer->Length();
 }
 
 int32 TextLines::LineVisibleEnd(int32 index) const {
@@ -178,14 +168,6 @@ int32 TextLines::LineVisibleEnd(int32 index) const {
 
 int32 TextLines::LineBottom(int32 index) const {
     return index + 1 < CountLines() ? fLines[index + 1].top : fHeight;
-}
-
-float TextLines::AdvanceOf(const TextStyle& style, uint32 codePoint, float x) const {
-    if (fMasked)
-        return style.advances->Advance(kBullet);
-    if (codePoint == '\t')
-        return (std::floor(x / fTabWidth) + 1) * fTabWidth - x;
-    return style.advances->Advance(codePoint);
 }
 
 ShapedParagraph& TextLines::ShapedAt(int32 index) const {
@@ -197,7 +179,8 @@ ShapedParagraph& TextLines::ShapedAt(int32 index) const {
         last++;
     const int32 from = fLines[first].offset;
     if (fShaped == nullptr || fShaped->From() != from)
-        fShaped = std::make_unique<ShapedParagraph>(*fBuffer, *fStyles, from, LineVisibleEnd(last),
-                                                    fWrapWidth, fTabWidth);
+        fShaped = std::make_unique<ShapedParagraph>(*fRules.buffer, *fRules.styles, from,
+                                                    LineVisibleEnd(last), fRules.wrapWidth,
+                                                    fRules.tabWidth);
     return *fShaped;
 }

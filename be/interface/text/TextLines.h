@@ -1,25 +1,11 @@
 #pragma once
 
-#include "interface/text/LineBreaking.h"
-#include "interface/text/ShapedParagraph.h"
-#include "interface/text/TextBuffer.h"
-#include "interface/text/TextStyles.h"
+#include "interface/text/LineFormatter.h"
 
 #include <SupportDefs.h>
 
-#include <limits>
 #include <memory>
 #include <vector>
-
-// One line of the layout, from `offset` to the next line's offset.
-struct TextLine {
-    int32 offset; // byte
-    int32 top;    // pixels from the text's top
-    float width;  // pixels, without the line feed
-    int16 ascent; // pixels from the top to the baseline
-    bool endsHard;
-    bool isShaped;
-};
 
 // The lines of a text: where they break, how wide and high they are, and the way between byte
 // offsets and places. Places are pixels from the text's top left corner, before any alignment.
@@ -30,8 +16,6 @@ struct TextLine {
 // One thread at a time. The buffer and the styles are borrowed and must outlive the lines.
 class TextLines {
 public:
-    static constexpr float kNoWrap = std::numeric_limits<float>::infinity();
-
     TextLines(const TextBuffer* buffer, const TextStyles* styles);
     ~TextLines();
 
@@ -53,10 +37,10 @@ public:
     // Each lays out anew if its value is another one.
     void SetWrapWidth(float width);
     void SetTabWidth(float width);
-    float TabWidth() const { return fTabWidth; }
+    float TabWidth() const { return fRules.tabWidth; }
     // Every character looks like a bullet.
     void SetMasked(bool masked);
-    bool IsMasked() const { return fMasked; }
+    bool IsMasked() const { return fRules.masked; }
 
     int32 CountLines() const { return static_cast<int32>(fLines.size()); }
     const TextLine& LineAt(int32 index) const { return fLines[index]; }
@@ -78,47 +62,24 @@ public:
     int32 NextCaret(int32 offset) const;
     int32 PreviousCaret(int32 offset) const;
 
-    // The advance of one character that begins at x.
-    float AdvanceOf(const TextStyle& style, uint32 codePoint, float x) const;
     // The paragraph of a line with isShaped. Borrowed until the next call.
     ShapedParagraph& ShapedAt(int32 index) const;
 
 private:
-    class Formatter;
-
-    // Where the walk along a line stands. The last place where the line may end is kept beside it.
-    struct Pen {
-        int32 offset = 0;
-        int32 run = 0;
-        float x = 0;
-        int32 ascent = 0;
-        int32 below = 0;
-    };
-    struct Walk {
-        Pen pen;
-        Pen opportunity;
-        bool hasOpportunity = false;
-        BreakClass before = BreakClass::kWord;
-    };
-
-    int32 _LayOutUntilUnchanged(Formatter& formatter, int32 first, int32 changedEnd, int32 delta,
-                                std::vector<TextLine>& fresh) const;
+    int32 _LayOutUntilUnchanged(LineFormatter& formatter, int32 first, int32 changedEnd,
+                                int32 delta, std::vector<TextLine>& fresh) const;
     int32 _FirstLineToLayOut(int32 offset, bool shaped) const;
     bool _NeedsShaping(int32 offset, int32 removed, int32 inserted) const;
     bool _StartsParagraph(int32 index) const { return index == 0 || fLines[index - 1].endsHard; }
-    void _KeepTail(const Formatter& formatter);
+    void _KeepTail(const LineFormatter& formatter);
     void _Splice(int32 first, int32 last, std::vector<TextLine>& fresh, int32 offsetDelta,
                  int32 topDelta);
 
-    const TextBuffer* fBuffer;
-    const TextStyles* fStyles;
-    float fWrapWidth = kNoWrap;
-    float fTabWidth = 36;
-    bool fMasked = false;
+    LineRules fRules;
     std::vector<TextLine> fLines;
     int32 fHeight = 0;
     // How the walk along the last line ended, so that appending goes on from there
-    Walk fTail;
+    LineWalk fTail;
     bool fTailIsValid = false;
     // The last one asked for
     mutable std::unique_ptr<ShapedParagraph> fShaped;

@@ -10,10 +10,11 @@ namespace {
 
 // Calls visit(offset, x, advance, bytes) for each character until it returns false.
 template <typename Visitor>
-void WalkLine(const TextLines& lines, const TextBuffer& buffer, const TextStyles& styles,
-              int32 from, int32 to, Visitor visit) {
+void WalkLine(const LineRules& rules, int32 from, int32 to, Visitor visit) {
     if (from >= to)
         return;
+    const TextBuffer& buffer = *rules.buffer;
+    const TextStyles& styles = *rules.styles;
     const char* text = buffer.Range(from, to);
     int32 run = styles.RunIndexAt(from);
     int32 runEnd = styles.RunEnd(run, buffer.Length());
@@ -23,7 +24,7 @@ void WalkLine(const TextLines& lines, const TextBuffer& buffer, const TextStyles
             runEnd = styles.RunEnd(++run, buffer.Length());
         const Utf8Character character = DecodeUtf8(text + (offset - from), to - offset);
         const float advance =
-            lines.AdvanceOf(styles.Style(styles.RunAt(run).style), character.code, x);
+            rules.AdvanceOf(styles.Style(styles.RunAt(run).style), character.code, x);
         if (!visit(offset, x, advance, character.bytes))
             return;
         x += advance;
@@ -41,11 +42,10 @@ float TextLines::XAt(int32 index, int32 offset) const {
     }
     float x = 0;
     const int32 to = std::min(offset, LineVisibleEnd(index));
-    WalkLine(*this, *fBuffer, *fStyles, line.offset, to,
-             [&](int32, float at, float advance, int32) {
-                 x = at + advance;
-                 return true;
-             });
+    WalkLine(fRules, line.offset, to, [&](int32, float at, float advance, int32) {
+        x = at + advance;
+        return true;
+    });
     return x;
 }
 
@@ -57,13 +57,12 @@ int32 TextLines::OffsetAtX(int32 index, float x) const {
         ShapedParagraph& shaped = ShapedAt(index);
         offset = shaped.OffsetAtX(shaped.LineFrom(line.offset), x);
     } else {
-        WalkLine(*this, *fBuffer, *fStyles, line.offset, end,
-                 [&](int32 at, float left, float advance, int32) {
-                     if (x >= left + advance / 2)
-                         return true;
-                     offset = at;
-                     return false;
-                 });
+        WalkLine(fRules, line.offset, end, [&](int32 at, float left, float advance, int32) {
+            if (x >= left + advance / 2)
+                return true;
+            offset = at;
+            return false;
+        });
     }
     // The end of a line that wraps is the start of the next one.
     const bool wraps = index + 1 < CountLines() && !line.endsHard;
@@ -74,13 +73,13 @@ int32 TextLines::NextCaret(int32 offset) const {
     const int32 index = IndexAtOffset(offset);
     if (fLines[index].isShaped && offset < LineVisibleEnd(index))
         return ShapedAt(index).NextCaret(offset);
-    return fBuffer->NextCharacter(offset);
+    return fRules.buffer->NextCharacter(offset);
 }
 
 int32 TextLines::PreviousCaret(int32 offset) const {
     if (offset <= 0)
         return 0;
-    const int32 before = fBuffer->PreviousCharacter(offset);
+    const int32 before = fRules.buffer->PreviousCharacter(offset);
     const int32 index = IndexAtOffset(before);
     if (fLines[index].isShaped && before < LineVisibleEnd(index))
         return ShapedAt(index).PreviousCaret(offset);

@@ -77,7 +77,7 @@ void BTextView::Private::LayoutChanged() {
 void BTextView::Private::ApplyWrapping() {
     // A rectangle that has no width yet would put each character into a line of its own.
     const float width = std::max(textRect.Width() + 1, 16.0f);
-    document.lines.SetWrapWidth(wordWrap ? width : TextLines::kNoWrap);
+    document.lines.SetWrapWidth(wordWrap ? width : LineRules::kNoWrap);
 }
 
 void BTextView::Private::UpdateScrollBars() {
