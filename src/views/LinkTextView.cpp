@@ -32,6 +32,7 @@ int32 LinkTextView::OffsetUnder(BPoint where) const {
 
 void LinkTextView::SetAnchor(const Link& reference) {
     fAnchor = reference.start;
+    fAnchorIsPointed = true;
 }
 
 void LinkTextView::MouseMoved(BPoint where, uint32 transit, const BMessage* dragMessage) {
@@ -41,7 +42,14 @@ void LinkTextView::MouseMoved(BPoint where, uint32 transit, const BMessage* drag
     const Link* reference = LinkAt(fReferences, offset);
     _ShowShape(reference != nullptr || LinkAt(fUrls, offset) != nullptr);
     if (fAnchor != kNoAnchor)
-        AnchorPointed(reference != nullptr && reference->start == fAnchor);
+        _PointAtAnchor(reference != nullptr && reference->start == fAnchor);
+}
+
+void LinkTextView::_PointAtAnchor(bool isOn) {
+    if (isOn == fAnchorIsPointed)
+        return;
+    fAnchorIsPointed = isOn;
+    AnchorPointed(isOn);
 }
 
 void LinkTextView::_ShowShape(bool isLink) {

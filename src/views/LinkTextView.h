@@ -33,10 +33,11 @@ protected:
     // The offset of what is written under a point; −1 in the margin before a line, which belongs to
     // no link at the line's start.
     int32 OffsetUnder(BPoint where) const;
-    // The pointer has come to, stays on or has left the reference from which a pop-up was opened.
+    // The pointer has come to or has left the reference from which a pop-up was opened.
     virtual void AnchorPointed(bool isOn) = 0;
-    // From now on this reference is the one that AnchorPointed tells of.
+    // From now on this reference, on which the pointer is, is the one that AnchorPointed tells of.
     void SetAnchor(const Link& reference);
+    bool AnchorIsPointed() const { return fAnchorIsPointed; }
 
     // Both in the order of the text; links do not overlap.
     std::vector<Link> fUrls;
@@ -45,8 +46,10 @@ protected:
 private:
     static constexpr int32 kNoAnchor = -2; // a link's `start` may be −1
 
+    void _PointAtAnchor(bool isOn);
     void _ShowShape(bool isLink);
 
     int32 fAnchor = kNoAnchor; // `start` of the reference
+    bool fAnchorIsPointed = true;
     bool fShowsHand = false;
 };

@@ -20,5 +20,5 @@ void PopUpScrollView::MouseMoved(BPoint where, uint32, const BMessage*) {
 }
 
 void PopUpScrollView::Pulse() {
-    static_cast<PopUpWindow*>(Window())->PatienceEnded();
+    static_cast<PopUpWindow*>(Window())->TimeIsUp();
 }

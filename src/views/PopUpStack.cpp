@@ -35,8 +35,6 @@ void PopUpStack::CloseAbove(int32 id) {
 
 void PopUpStack::Push(int32 opener, int32 id, const BMessenger& popUp) {
     CloseAbove(opener);
-    if (fPopUps.empty())
-        fAnchorIsPointed = true;
     if (!fPopUps.empty()) {
         BMessage opened(kMsgNextOpened);
         opened.AddMessenger("pop_up", popUp);
@@ -56,8 +54,6 @@ void PopUpStack::HasClosed(int32 id) {
 }
 
 void PopUpStack::AnchorPointed(bool isOn) {
-    if (fPopUps.empty() || isOn == fAnchorIsPointed)
-        return;
-    fAnchorIsPointed = isOn;
-    fPopUps.front().messenger.SendMessage(isOn ? kMsgAnchorEntered : kMsgAnchorLeft);
+    if (!fPopUps.empty())
+        fPopUps.front().messenger.SendMessage(isOn ? kMsgAnchorEntered : kMsgAnchorLeft);
 }

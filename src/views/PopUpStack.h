@@ -22,7 +22,7 @@ public:
     void CloseAll() { CloseAbove(kText); }
     // It has closed: so do those above it.
     void HasClosed(int32 id);
-    // Of the first pop-up; told once a change.
+    // Of the first pop-up.
     void AnchorPointed(bool isOn);
 
 private:
@@ -36,5 +36,4 @@ private:
 
     std::vector<PopUp> fPopUps;
     int32 fLastId = kText;
-    bool fAnchorIsPointed = false;
 };

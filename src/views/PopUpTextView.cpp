@@ -75,7 +75,7 @@ void PopUpTextView::SetOwner(const BMessenger& article, int32 id) {
 // The pointer may have gone on in the meantime.
 void PopUpTextView::SetNext(const BMessenger& next) {
     fNext = next;
-    if (!fAnchorIsPointed)
+    if (!AnchorIsPointed())
         fNext.SendMessage(kMsgAnchorLeft);
 }
 
@@ -101,7 +101,6 @@ void PopUpTextView::MouseDown(BPoint where) {
         clicked.AddString("url", url->text.c_str());
     } else if (reference != nullptr) {
         SetAnchor(*reference);
-        fAnchorIsPointed = true;
         clicked.AddString("reference", reference->text.c_str());
     }
     fArticle.SendMessage(&clicked);
@@ -116,8 +115,5 @@ void PopUpTextView::MessageReceived(BMessage* message) {
 }
 
 void PopUpTextView::AnchorPointed(bool isOn) {
-    if (isOn == fAnchorIsPointed)
-        return;
-    fAnchorIsPointed = isOn;
     fNext.SendMessage(isOn ? kMsgAnchorEntered : kMsgAnchorLeft);
 }

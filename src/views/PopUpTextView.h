@@ -34,5 +34,4 @@ private:
     BMessenger fArticle;
     int32 fId = 0;
     BMessenger fNext;
-    bool fAnchorIsPointed = true;
 };

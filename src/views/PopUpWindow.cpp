@@ -41,8 +41,8 @@ PopUpWindow::~PopUpWindow() {
 void PopUpWindow::MessageReceived(BMessage* message) {
     switch (message->what) {
     case B_MOUSE_WHEEL_CHANGED: _Scroll(message); break;
-    case kMsgAnchorLeft: _Wait(!fIsPointed); break;
-    case kMsgAnchorEntered: _Wait(false); break;
+    case kMsgAnchorLeft: _Follow(fLife.AnchorPointed(false)); break;
+    case kMsgAnchorEntered: _Follow(fLife.AnchorPointed(true)); break;
     case kMsgNextOpened: _NextOpened(message); break;
     case kMsgNextClosed: _NextClosed(); break;
     default: BWindow::MessageReceived(message);
@@ -58,35 +58,30 @@ void PopUpWindow::_Scroll(const BMessage* wheel) {
 }
 
 void PopUpWindow::PointerIsOver(bool isOver) {
-    if (isOver == fIsPointed)
-        return;
-    fIsPointed = isOver;
-    if (isOver)
-        _Wait(false);
-    else if (!fHasNext)
-        PostMessage(B_QUIT_REQUESTED);
+    _Follow(fLife.PointerIsOver(isOver));
 }
 
-void PopUpWindow::_Wait(bool waits) {
-    if (waits == fWaits)
-        return;
-    fWaits = waits;
-    SetPulseRate(waits ? kPatience : 0);
+void PopUpWindow::TimeIsUp() {
+    _Follow(fLife.TimeIsUp());
 }
 
-void PopUpWindow::PatienceEnded() {
-    if (fWaits && !fHasNext)
+void PopUpWindow::_Follow(bool closes) {
+    if (closes)
         PostMessage(B_QUIT_REQUESTED);
+    const bigtime_t rate = fLife.Waits() ? kPatience : 0;
+    if (rate != PulseRate())
+        SetPulseRate(rate);
 }
 
 void PopUpWindow::_NextOpened(const BMessage* message) {
     BMessenger next;
-    fHasNext = message->FindMessenger("pop_up", &next) == B_OK;
+    if (message->FindMessenger("pop_up", &next) != B_OK)
+        return;
     fText->SetNext(next);
+    _Follow(fLife.NextOpened());
 }
 
 void PopUpWindow::_NextClosed() {
-    fHasNext = false;
     fText->SetNext(BMessenger());
-    _Wait(!fIsPointed);
+    _Follow(fLife.NextClosed());
 }

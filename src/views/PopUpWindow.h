@@ -1,14 +1,15 @@
 #pragma once
 
+#include "views/PopUpLife.h"
+
 #include <Messenger.h>
 #include <Window.h>
 
 class PopUpTextView;
 
-// A borderless window that shows the posts a reference names, beside the pointer. It closes as soon
-// as the pointer has left it, or when the pointer has left the reference and does not come to it;
-// while a pop-up stands open that was opened from a reference in this one, it waits for that. The
-// article's text closes it in all other cases, and is told when it has gone.
+// A borderless window that shows the posts a reference names, beside the pointer. It closes by
+// itself as PopUpLife says; the article's text closes it in all other cases, and is told when it
+// has gone.
 class PopUpWindow : public BWindow {
 public:
     // The text becomes the window's. `scrolls` when the frame is too small for it.
@@ -23,10 +24,10 @@ public:
 
     // From its views: where the pointer is, and that it did not come in time.
     void PointerIsOver(bool isOver);
-    void PatienceEnded();
+    void TimeIsUp();
 
 private:
-    void _Wait(bool waits);
+    void _Follow(bool closes);
     void _Scroll(const BMessage* wheel);
     void _NextOpened(const BMessage* message);
     void _NextClosed();
@@ -38,7 +39,5 @@ private:
     PopUpTextView* fText;
 
     // Window thread only
-    bool fIsPointed = false;
-    bool fHasNext = false;
-    bool fWaits = false; // for the pointer
+    PopUpLife fLife;
 };

@@ -1,0 +1,29 @@
+#include "views/PopUpLife.h"
+
+bool PopUpLife::PointerIsOver(bool isOver) {
+    const bool hasLeft = fIsPointed && !isOver;
+    fIsPointed = isOver;
+    if (isOver)
+        fWaits = false;
+    return hasLeft && !fHasNext;
+}
+
+bool PopUpLife::AnchorPointed(bool isOn) {
+    fWaits = !isOn && !fIsPointed;
+    return false;
+}
+
+bool PopUpLife::NextOpened() {
+    fHasNext = true;
+    return false;
+}
+
+bool PopUpLife::NextClosed() {
+    fHasNext = false;
+    fWaits = !fIsPointed;
+    return false;
+}
+
+bool PopUpLife::TimeIsUp() const {
+    return fWaits && !fHasNext;
+}
