@@ -1,9 +1,9 @@
 #include "app/NPApp.h"
 
 #include "app/DefaultSettings.h"
-#include "app/Messages.h"
 #include "app/NPWindow.h"
 #include "app/TimeCursors.h"
+#include "messages/Messages.h"
 #include "views/BoardFiles.h"
 #include "widgets/Alerts.h"
 #include "windows/NPAboutWindow.h"

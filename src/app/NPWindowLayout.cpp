@@ -1,5 +1,5 @@
-#include "app/Messages.h"
 #include "app/NPWindow.h"
+#include "messages/Messages.h"
 #include "settings/SettingsFile.h"
 #include "views/Icons.h"
 #include "views/NPArticleView.h"

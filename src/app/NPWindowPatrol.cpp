@@ -1,7 +1,6 @@
-#include "app/Messages.h"
 #include "app/NPWindow.h"
 #include "cache/NPBookmark.h"
-#include "settings/SettingsFile.h"
+#include "messages/Messages.h"
 #include "views/NPThreadView.h"
 #include "windows/NPPatrolWindow.h"
 #include "windows/PatrolPlan.h"
@@ -40,7 +39,7 @@ void NPWindow::_StartPatrol() {
         return;
     }
     ProxySetting proxy;
-    if (!ReadProxy(*fSettings, &proxy))
+    if (!_ReadProxy(&proxy))
         return;
     NPPatrolWindow* patrol = new NPPatrolWindow(BMessenger(this), Frame());
     fPatrolWindow = BMessenger(patrol);
@@ -71,7 +70,7 @@ void NPWindow::_VisitNext(const BMessage* message) {
         message->FindInt32("index", &visits) != B_OK)
         return;
     ProxySetting proxy;
-    if (!ReadProxy(*fSettings, &proxy)) {
+    if (!_ReadProxy(&proxy)) {
         fPatrolWindow.SendMessage(B_QUIT_REQUESTED);
         return;
     }

@@ -1,5 +1,5 @@
-#include "app/Messages.h"
 #include "app/NPWindow.h"
+#include "messages/Messages.h"
 #include "views/NPArticleView.h"
 #include "views/NPThreadView.h"
 #include "windows/NPPrefsWindow.h"

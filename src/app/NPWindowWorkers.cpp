@@ -1,16 +1,16 @@
-#include "app/Messages.h"
 #include "app/NPWindow.h"
+#include "messages/Messages.h"
 #include "settings/SettingsFile.h"
 #include "text/Utf8Cut.h"
 #include "views/NPArticleView.h"
 #include "views/NPBoardView.h"
 #include "views/NPThreadView.h"
+#include "widgets/Alerts.h"
 #include "workers/ArticleWorkers.h"
 #include "workers/BookmarkListing.h"
 #include "workers/SubjectWorkers.h"
 #include "workers/WorkerThread.h"
 
-#include <Autolock.h>
 #include <OS.h>
 
 #include <cstdio>
@@ -64,42 +64,38 @@ bool NPWindow::_ListsFor(port_id request) const {
     return fSubjectWorker != nullptr && fSubjectWorker->Port() == request;
 }
 
-void NPWindow::addThreadItem(WindowLink* link, port_id request, int32 number, const char* title,
-                             const char* count, const char* dat) {
-    const BAutolock lock(link->ThreadListLock());
-    link->Call([&](NPWindow* window) {
-        if (window->_ListsFor(request))
-            window->fThreadView->addThreadItem(request, number, title, count, dat);
-    });
+void NPWindow::addThreadItem(port_id request, int32 number, const char* title, const char* count,
+                             const char* dat) {
+    if (_ListsFor(request))
+        fThreadView->addThreadItem(request, number, title, count, dat);
 }
 
-void NPWindow::addBookmarkItem(WindowLink* link, port_id request, int32 number, const char* title,
-                               const char* server, const char* board, const char* dat,
-                               const char* count, time_t modified) {
-    const BAutolock lock(link->ThreadListLock());
-    link->Call([&](NPWindow* window) {
-        if (window->_ListsFor(request))
-            window->fThreadView->addBookmarkItem(request, number, title, count, dat, server, board,
-                                                 modified);
-    });
+void NPWindow::addBookmarkItem(port_id request, int32 number, const char* title, const char* server,
+                               const char* board, const char* dat, const char* count,
+                               time_t modified) {
+    if (_ListsFor(request))
+        fThreadView->addBookmarkItem(request, number, title, count, dat, server, board, modified);
 }
 
-void NPWindow::addArticleItem(WindowLink* link, port_id request, const char* title, int32 number,
+void NPWindow::addArticleItem(port_id request, const char* title, int32 number,
                               const _ArticleOut& article) {
-    const BAutolock lock(link->ArticleLock());
-    link->Call([&](NPWindow* window) {
-        window->fArticleView->addArticleItem(request, title, number, article);
-    });
+    fArticleView->addArticleItem(request, title, number, article);
 }
 
-void NPWindow::restartArticles(WindowLink* link, port_id request) {
-    const BAutolock lock(link->ArticleLock());
-    link->Call([&](NPWindow* window) { window->fArticleView->Restart(request); });
+void NPWindow::restartArticles(port_id request) {
+    fArticleView->Restart(request);
 }
 
-void NPWindow::returnToPlace(WindowLink* link, port_id request) {
-    const BAutolock lock(link->ArticleLock());
-    link->Call([&](NPWindow* window) { window->fArticleView->ReturnToPlace(request); });
+void NPWindow::returnToPlace(port_id request) {
+    fArticleView->ReturnToPlace(request);
+}
+
+// False after telling the user: before anything is stopped or sent.
+bool NPWindow::_ReadProxy(ProxySetting* proxy) const {
+    const std::string refusal = FindProxy(*fSettings, proxy);
+    if (!refusal.empty())
+        ShowAlert("%s", refusal.c_str());
+    return refusal.empty();
 }
 
 void NPWindow::_StopWorker(std::shared_ptr<WorkerControl>* worker) {
@@ -120,8 +116,7 @@ void NPWindow::_StartSubject(BMessage* message, Entry entry, const char* name, b
     auto job = std::make_unique<SubjectJob>();
     BString board;
     if (fThreadOnly || fPatrolling || message->FindString("board", &board) != B_OK ||
-        !FindName(message, "url", kLongestUrl, &job->url) ||
-        (online && !ReadProxy(*fSettings, &job->proxy)))
+        !FindName(message, "url", kLongestUrl, &job->url) || (online && !_ReadProxy(&job->proxy)))
         return;
     if (fSubjectWorker != nullptr) {
         _StopWorker(&fSubjectWorker);
@@ -185,7 +180,7 @@ bool NPWindow::_CanAskFor(const BMessage* message) {
 
 void NPWindow::ThreadSelected(BMessage* message) {
     ProxySetting proxy;
-    if (!_CanAskFor(message) || !ReadProxy(*fSettings, &proxy))
+    if (!_CanAskFor(message) || !_ReadProxy(&proxy))
         return;
     std::unique_ptr<ThreadJob> job = _MakeThreadJob(message);
     if (job == nullptr)

@@ -1,9 +1,9 @@
 #include "cache/NPBookmark.h"
 
 #include "cache/Folders.h"
-#include "cache/PathNames.h"
 #include "net/NPUrl.h"
 #include "net/ThreadAddress.h"
+#include "text/PathNames.h"
 #include "text/Utf8Cut.h"
 
 #include <Directory.h>

@@ -1,7 +1,7 @@
 #include "cache/NPCache.h"
 
 #include "cache/Folders.h"
-#include "cache/PathNames.h"
+#include "text/PathNames.h"
 
 #include <FindDirectory.h>
 #include <Node.h>

@@ -1,7 +1,7 @@
 #include "net/ThreadAddress.h"
 
-#include "cache/PathNames.h"
 #include "net/NPUrl.h"
+#include "text/PathNames.h"
 
 #include <algorithm>
 #include <cctype>

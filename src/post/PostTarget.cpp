@@ -1,6 +1,6 @@
 #include "post/PostTarget.h"
 
-#include "cache/PathNames.h"
+#include "text/PathNames.h"
 
 #include <algorithm>
 #include <string_view>

@@ -1,6 +1,6 @@
 #include "post/PostWorker.h"
 
-#include "app/Messages.h"
+#include "messages/Messages.h"
 #include "net/NPHttp.h"
 #include "post/PostAnswer.h"
 #include "widgets/Alerts.h"

@@ -1,7 +1,7 @@
 #include "views/BoardFiles.h"
 
-#include "cache/PathNames.h"
 #include "settings/ReplaceFile.h"
+#include "text/PathNames.h"
 #include "text/Utf8Cut.h"
 #include "text/cp932.h"
 #include "text/html.h"

@@ -1,8 +1,8 @@
 #include "views/NPArticleView.h"
 
-#include "app/Messages.h"
-#include "app/NPWindow.h"
+#include "browser/BrowserWindow.h"
 #include "cache/NPCache.h"
+#include "messages/Messages.h"
 #include "net/NPUrl.h"
 #include "net/lines.h"
 #include "post/PostTarget.h"
@@ -250,7 +250,7 @@ void NPArticleView::_OpenWriteWindow() {
     const bool isCgi = fDat.find("cgi") != fDat.npos;
     const std::optional<PostTarget> target =
         ParsePostTarget(address, isCgi ? PostFamily::kWriteCgi : PostFamily::kBbsCgi);
-    NPWindow* window = dynamic_cast<NPWindow*>(Window());
+    BrowserWindow* window = dynamic_cast<BrowserWindow*>(Window());
     if (!target)
         ShowAlert("Invalid URL: %s", address.c_str());
     else if (window != nullptr)

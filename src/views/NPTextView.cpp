@@ -1,6 +1,6 @@
 #include "views/NPTextView.h"
 
-#include "app/NPWindow.h"
+#include "browser/BrowserWindow.h"
 
 #include <ScrollBar.h>
 
@@ -101,7 +101,7 @@ NPTextView::~NPTextView() {
 void NPTextView::AttachedToWindow() {
     LinkTextView::AttachedToWindow();
     GetFontAndColor(0, &fFont);
-    NPWindow* window = dynamic_cast<NPWindow*>(Window());
+    BrowserWindow* window = dynamic_cast<BrowserWindow*>(Window());
     char family[64] = "";
     char style[64] = "";
     float size = 0;

@@ -1,7 +1,7 @@
 // The article's context menu, its commands, its keys.
 #include "views/NPTextView.h"
 
-#include "app/Messages.h"
+#include "messages/Messages.h"
 #include "net/SearchAddress.h"
 #include "settings/Services.h"
 #include "text/html.h"

@@ -1,6 +1,6 @@
 #include "windows/NPAboutWindow.h"
 
-#include "app/Messages.h"
+#include "messages/Messages.h"
 #include "windows/WindowSlot.h"
 
 #include <AppDefs.h>

@@ -1,6 +1,6 @@
 #include "windows/NPPrefsWindow.h"
 
-#include "app/Messages.h"
+#include "messages/Messages.h"
 #include "settings/SettingsFile.h"
 #include "text/Utf8Cut.h"
 #include "windows/NPFontMenu.h"

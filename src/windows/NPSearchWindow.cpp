@@ -1,6 +1,6 @@
 #include "windows/NPSearchWindow.h"
 
-#include "app/Messages.h"
+#include "messages/Messages.h"
 
 #include <Button.h>
 #include <InterfaceDefs.h>

@@ -1,6 +1,6 @@
 #include "windows/NPUpdateWindow.h"
 
-#include "app/Messages.h"
+#include "messages/Messages.h"
 #include "settings/Services.h"
 #include "views/BoardMenuStore.h"
 #include "widgets/Alerts.h"

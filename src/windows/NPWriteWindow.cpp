@@ -1,7 +1,6 @@
 #include "windows/NPWriteWindow.h"
 
-#include "app/Messages.h"
-#include "app/NPApp.h"
+#include "messages/Messages.h"
 #include "post/PostForm.h"
 #include "post/PostWorker.h"
 #include "text/Utf8Cut.h"
@@ -10,7 +9,6 @@
 #include "workers/WorkerThread.h"
 
 #include <Alert.h>
-#include <Application.h>
 #include <Button.h>
 #include <MenuField.h>
 #include <MenuItem.h>
@@ -89,7 +87,7 @@ NPWriteWindow::NPWriteWindow(const WriteWindowSetup& setup)
               CutAtCharacter(("書き込み - " + setup.title).c_str(), kLongestTitle).c_str(),
               B_TITLED_WINDOW, B_ASYNCHRONOUS_CONTROLS),
       fTarget(setup.target), fRes(setup.res), fProxy(setup.proxy), fBrowser(setup.browser),
-      fDraft(setup.target), fNames("Name.log"), fMails("Mail.log") {
+      fKeepFrame(setup.keepFrame), fDraft(setup.target), fNames("Name.log"), fMails("Mail.log") {
     BView* base = new BView(Bounds(), "base", B_FOLLOW_ALL_SIDES, B_WILL_DRAW);
     base->SetViewColor(ui_color(B_PANEL_BACKGROUND_COLOR));
     AddChild(base);
@@ -342,8 +340,8 @@ bool NPWriteWindow::QuitRequested() {
     if (fWorker != nullptr)
         fWorker->Stop();
     fWorker.reset();
-    if (NPApp* application = dynamic_cast<NPApp*>(be_app))
-        application->SetWriteWindowRect(Frame());
+    if (fKeepFrame)
+        fKeepFrame(Frame());
     WriteWindowSlotOf(fTarget).Leave(this);
     return true;
 }

@@ -10,6 +10,7 @@
 #include <String.h>
 #include <Window.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -27,7 +28,8 @@ struct WriteWindowSetup {
     ProxySetting proxy;
     BFont font;
     NPWriteTextView::Bindings bindings = NPWriteTextView::Bindings::kPlatform;
-    BMessenger browser; // the window that shows the thread
+    BMessenger browser;                   // the window that shows the thread
+    std::function<void(BRect)> keepFrame; // called with the last frame, on the window's thread
 };
 
 // The window in which a post is composed and sent. While a post is under way nothing can be
@@ -74,6 +76,7 @@ private:
     const int32 fRes;
     const ProxySetting fProxy;
     const BMessenger fBrowser;
+    const std::function<void(BRect)> fKeepFrame; // empty: nobody keeps it
 
     // Window thread only
     PostDraft fDraft;

@@ -1,6 +1,6 @@
 #include "windows/WindowSlot.h"
 
-#include "app/Messages.h"
+#include "messages/Messages.h"
 
 #include <Autolock.h>
 #include <Window.h>

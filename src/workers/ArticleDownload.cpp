@@ -1,4 +1,4 @@
-#include "app/Messages.h"
+#include "messages/Messages.h"
 #include "net/NPHttp.h"
 #include "widgets/Alerts.h"
 #include "workers/ArticleWorkers.h"

@@ -1,4 +1,4 @@
-#include "app/NPWindow.h"
+#include "browser/BrowserWindow.h"
 #include "text/cp932.h"
 #include "text/html.h"
 #include "workers/ArticleWorkers.h"
@@ -47,7 +47,7 @@ void ArticleReader::_ShowLine(char* line, int32 length, bool convert) {
     if (parsed && fArticle.title != nullptr)
         fTitle = fArticle.title;
     if (parsed)
-        NPWindow::addArticleItem(&Window(), Request(), fTitle.c_str(), fCount, fArticle);
+        _AddItem(fArticle);
     ReleaseArticle(&fArticle);
 }
 
@@ -57,5 +57,11 @@ void ArticleReader::ForgetLines() {
 }
 
 void ArticleReader::EndArticles() {
-    NPWindow::addArticleItem(&Window(), Request(), fTitle.c_str(), fCount, _ArticleOut{});
+    _AddItem(_ArticleOut{});
+}
+
+void ArticleReader::_AddItem(const _ArticleOut& article) {
+    Window().CallForArticle([&](BrowserWindow* window) {
+        window->addArticleItem(Request(), fTitle.c_str(), fCount, article);
+    });
 }

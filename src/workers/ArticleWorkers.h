@@ -42,6 +42,7 @@ protected:
 private:
     void _ShowLine(char* line, int32 length, bool convert);
     void _ShowBeginning(const std::string& beginning);
+    void _AddItem(const _ArticleOut& article);
 
     // A thread that was read from the server's pages is kept in UTF-8.
     const bool fIsUtf8;

@@ -1,6 +1,6 @@
 #include "workers/BoardMenuDownload.h"
 
-#include "app/Messages.h"
+#include "messages/Messages.h"
 #include "net/NPHttp.h"
 
 #include <Message.h>

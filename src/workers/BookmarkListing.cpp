@@ -1,10 +1,10 @@
 #include "workers/BookmarkListing.h"
 
-#include "app/Messages.h"
-#include "app/NPWindow.h"
+#include "browser/BrowserWindow.h"
 #include "cache/NPBookmark.h"
 #include "cache/NPCache.h"
-#include "cache/PathNames.h"
+#include "messages/Messages.h"
+#include "text/PathNames.h"
 #include "text/Utf8Cut.h"
 
 #include <Directory.h>
@@ -89,8 +89,9 @@ int32 BookmarkListing::Run() {
         Fail(kMsgBoardComplete);
         return -1;
     }
-    NPWindow::addBookmarkItem(&Window(), Request(), 0, nullptr, nullptr, nullptr, nullptr, nullptr,
-                              0);
+    Window().CallForThreads([this](BrowserWindow* window) {
+        window->addBookmarkItem(Request(), 0, nullptr, nullptr, nullptr, nullptr, nullptr, 0);
+    });
     ShowProgress("ブックマークを読み込み中");
     fprintf(stderr, "reading bookmark.\n");
     if (MustStop() || (status == B_OK && _AddAll(&folder) == Progress::kStopped))
@@ -124,9 +125,11 @@ void BookmarkListing::_Add(const BNode& node, const char* titleName) {
     const CachedCopy copy = FindCopy(bookmark);
     char count[16];
     snprintf(count, sizeof(count), "%ld", static_cast<long>(copy.count));
-    NPWindow::addBookmarkItem(&Window(), Request(), ++fCount, bookmark.title.c_str(),
-                              bookmark.server.c_str(), bookmark.board.c_str(), bookmark.dat.c_str(),
-                              count, copy.modified);
+    fCount++;
+    Window().CallForThreads([&](BrowserWindow* window) {
+        window->addBookmarkItem(Request(), fCount, bookmark.title.c_str(), bookmark.server.c_str(),
+                                bookmark.board.c_str(), bookmark.dat.c_str(), count, copy.modified);
+    });
 }
 
 void BookmarkListing::_Complete() {

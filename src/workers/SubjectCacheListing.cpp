@@ -1,6 +1,5 @@
-#include "app/Messages.h"
-#include "app/NPWindow.h"
 #include "cache/NPCache.h"
+#include "messages/Messages.h"
 #include "widgets/Alerts.h"
 #include "workers/SubjectWorkers.h"
 
@@ -26,9 +25,6 @@ std::string ReadTitle(const BNode& node) {
 
 } // namespace
 
-SubjectCacheListing::SubjectCacheListing(const SubjectJob& job)
-    : Worker(job.window, job.control), fJob(job), fUrl(job.url.c_str()) {}
-
 int32 SubjectCacheListing::Run() {
     if (fUrl.Status() != 0) {
         Fail(kMsgBoardComplete);
@@ -41,7 +37,7 @@ int32 SubjectCacheListing::Run() {
         Fail(kMsgBoardComplete);
         return -1;
     }
-    NPWindow::addThreadItem(&Window(), Request(), 0, fJob.url.c_str(), nullptr, nullptr);
+    BeginList();
     ShowProgress("%s/%sを読み込み中", fUrl.Host(), fUrl.Board());
     fprintf(stderr, "reading: %s/%s\n", fUrl.Host(), fUrl.Board());
     BEntry entry;
@@ -69,6 +65,5 @@ void SubjectCacheListing::_AddFile(const BEntry& entry) {
     node.ReadAttr("res_num", B_INT32_TYPE, 0, &count, sizeof(count));
     char countText[16];
     snprintf(countText, sizeof(countText), "%ld", static_cast<long>(count));
-    NPWindow::addThreadItem(&Window(), Request(), ++fCount, ReadTitle(node).c_str(), countText,
-                            name);
+    AddThread(++fCount, ReadTitle(node).c_str(), countText, name);
 }

@@ -1,5 +1,4 @@
-#include "app/Messages.h"
-#include "app/NPWindow.h"
+#include "messages/Messages.h"
 #include "net/NPHttp.h"
 #include "net/lines.h"
 #include "text/html.h"
@@ -11,9 +10,6 @@
 namespace {
 constexpr size_t kLongestLine = 8191;
 }
-
-SubjectDownload::SubjectDownload(const SubjectJob& job)
-    : Worker(job.window, job.control), fJob(job), fUrl(job.url.c_str()) {}
 
 int32 SubjectDownload::Run() {
     if (fUrl.Status() != 0) {
@@ -61,7 +57,7 @@ Progress SubjectDownload::_CheckStatus(NPHttp* http) {
 
 Progress SubjectDownload::_ReadLines(NPHttp* http) {
     SetTitle("%s", fJob.board.c_str());
-    _AddItem(0, fJob.url.c_str(), nullptr, nullptr);
+    BeginList();
     ShowProgress("%sから受信中", fUrl.Host());
     char line[kLongestLine + 1];
     _SubjectOut subject;
@@ -75,13 +71,8 @@ Progress SubjectDownload::_ReadLines(NPHttp* http) {
         if (MustStop())
             return Progress::kStopped;
         if (parseSubject(line, &subject) == 0)
-            _AddItem(fCount, subject.title, subject.count, subject.dat);
+            AddThread(fCount, subject.title, subject.count, subject.dat);
     }
     http->Close();
     return MustStop() ? Progress::kStopped : Progress::kGoOn;
-}
-
-void SubjectDownload::_AddItem(int32 number, const char* title, const char* count,
-                               const char* dat) {
-    NPWindow::addThreadItem(&Window(), Request(), number, title, count, dat);
 }

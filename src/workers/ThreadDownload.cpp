@@ -1,5 +1,5 @@
-#include "app/Messages.h"
-#include "app/NPWindow.h"
+#include "browser/BrowserWindow.h"
+#include "messages/Messages.h"
 #include "net/NPHttp.h"
 #include "workers/ArticleWorkers.h"
 
@@ -64,7 +64,8 @@ void ThreadDownload::_OpenCache() {
 // What an attempt or a body that came to nothing has shown goes.
 void ThreadDownload::_StartOver() {
     if (fCount > 0)
-        NPWindow::restartArticles(&Window(), Request());
+        Window().CallForArticle(
+            [this](BrowserWindow* window) { window->restartArticles(Request()); });
     ForgetLines();
     fKept = 0;
 }
@@ -84,7 +85,7 @@ Progress ThreadDownload::_ShowCached() {
         _Show(part, length);
     }
     fKept = fCount;
-    NPWindow::returnToPlace(&Window(), Request());
+    Window().CallForArticle([this](BrowserWindow* window) { window->returnToPlace(Request()); });
     fprintf(stderr, "Reading cache finished.\n");
     return Progress::kGoOn;
 }

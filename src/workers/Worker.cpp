@@ -1,6 +1,6 @@
 #include "workers/Worker.h"
 
-#include "app/NPWindow.h"
+#include "browser/BrowserWindow.h"
 #include "net/NPHttp.h"
 
 #include <cstdarg>
@@ -27,7 +27,7 @@ void Worker::ShowProgress(const char* format, ...) {
     va_start(arguments, format);
     const std::string text = Format(format, arguments);
     va_end(arguments);
-    _Tell([&](NPWindow* window) { window->PostProgressData(text.c_str(), 0); });
+    _Tell([&](BrowserWindow* window) { window->PostProgressData(text.c_str(), 0); });
 }
 
 void Worker::SetTitle(const char* format, ...) {
@@ -35,19 +35,19 @@ void Worker::SetTitle(const char* format, ...) {
     va_start(arguments, format);
     const std::string text = Format(format, arguments);
     va_end(arguments);
-    _Tell([&](NPWindow* window) { window->SetTitle(text.c_str()); });
+    _Tell([&](BrowserWindow* window) { window->SetTitle(text.c_str()); });
 }
 
 // The window's thread stops workers: with the window locked, the answer holds.
-void Worker::_Tell(const std::function<void(NPWindow*)>& tell) {
-    fWindow->Call([&](NPWindow* window) {
+void Worker::_Tell(const WindowLink::Calling& tell) {
+    fWindow->Call([&](BrowserWindow* window) {
         if (!fControl->IsStopped())
             tell(window);
     });
 }
 
 void Worker::PresentAlert(BAlert* alert) {
-    fWindow->Call([alert](NPWindow* window) { BindAlert(alert, window); });
+    fWindow->Call([alert](BrowserWindow* window) { BindAlert(alert, window); });
     fControl->PresentAlert(alert);
 }
 

@@ -41,7 +41,7 @@ protected:
 
 private:
     void PresentAlert(BAlert* alert) override;
-    void _Tell(const std::function<void(NPWindow*)>& tell);
+    void _Tell(const WindowLink::Calling& tell);
 
     std::shared_ptr<WindowLink> fWindow;
     std::shared_ptr<WorkerControl> fControl;

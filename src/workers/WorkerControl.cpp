@@ -1,6 +1,6 @@
 #include "workers/WorkerControl.h"
 
-#include "app/Messages.h"
+#include "messages/Messages.h"
 
 #include <Alert.h>
 #include <Application.h>

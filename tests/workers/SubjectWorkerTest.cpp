@@ -4,9 +4,9 @@
 #include "support/RawServer.h"
 #include "support/ScratchFolder.h"
 
+#include "browser/WindowLink.h"
 #include "cache/NPCache.h"
 #include "net/NPHttp.h"
-#include "workers/WindowLink.h"
 
 #include <gtest/gtest.h>
 
@@ -175,9 +175,11 @@ TEST(SubjectWorker, AReplacedWorkerTouchesNothing) {
     EXPECT_TRUE(browser.WaitForTitle("ニュース (1)"));
     WindowLink link(browser.Window());
     const port_id replaced = 1 << 30;
-    NPWindow::addThreadItem(&link, replaced, 0, "http://board.example/old/", nullptr, nullptr);
-    NPWindow::addThreadItem(&link, replaced, 1, "old", "1", "9.dat");
-    NPWindow::addBookmarkItem(&link, replaced, 0, nullptr, nullptr, nullptr, nullptr, nullptr, 0);
+    EXPECT_TRUE(link.CallForThreads([](BrowserWindow* window) {
+        window->addThreadItem(replaced, 0, "http://board.example/old/", nullptr, nullptr);
+        window->addThreadItem(replaced, 1, "old", "1", "9.dat");
+        window->addBookmarkItem(replaced, 0, nullptr, nullptr, nullptr, nullptr, nullptr, 0);
+    }));
     EXPECT_EQ(browser.Column(kColumnDat), Texts{"1.dat"});
 }
 

@@ -1,6 +1,6 @@
 #include "workers/WorkerThread.h"
 
-#include "app/Messages.h"
+#include "messages/Messages.h"
 #include "support/MessageCounter.h"
 
 #include "server/Testing.h"
