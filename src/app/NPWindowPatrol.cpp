@@ -2,6 +2,7 @@
 #include "cache/NPBookmark.h"
 #include "messages/Messages.h"
 #include "views/NPThreadView.h"
+#include "widgets/Alerts.h"
 #include "windows/NPPatrolWindow.h"
 #include "windows/PatrolPlan.h"
 
@@ -22,8 +23,11 @@ void NPWindow::_ListBookmarks() {
 void NPWindow::OpenBookmarkFolder() {
     const std::string path = NPBookmark::FolderPath();
     const char* const arguments[] = {path.c_str()};
-    if (NPBookmark::InitDir(path.c_str()) == 0)
+    std::string trouble;
+    if (NPBookmark::InitDir(path.c_str(), &trouble) == 0)
         be_roster->Launch(kFolderType, 1, arguments);
+    else
+        ShowAlert("%s", trouble.c_str());
 }
 
 void NPWindow::_StartPatrol() {

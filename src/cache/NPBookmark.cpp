@@ -54,8 +54,9 @@ status_t NPBookmark::GetBookmarkDirectory(BDirectory* folder) {
     return folder->SetTo(FolderPath().c_str());
 }
 
-int32 NPBookmark::InitDir(const char* path) {
-    return EnsureFolder(path);
+int32 NPBookmark::InitDir(const char* path, std::string* trouble) {
+    *trouble = EnsureFolder(path);
+    return trouble->empty() ? 0 : -1;
 }
 
 status_t NPBookmark::SetTo(const char* server, const char* board, const char* dat) {
@@ -65,7 +66,7 @@ status_t NPBookmark::SetTo(const char* server, const char* board, const char* da
     if (!AreGoodNames(server, board, dat))
         return B_BAD_VALUE;
     const std::string folder = FolderPath();
-    if (InitDir(folder.c_str()) != 0)
+    if (InitDir(folder.c_str(), &fFolderTrouble) != 0)
         return B_ERROR;
     const std::string path = folder + "/" + FileName(server, board, dat);
     status_t status = fFile.SetTo(path.c_str(), B_READ_WRITE | B_CREATE_FILE);
@@ -93,12 +94,15 @@ status_t NPBookmark::_WriteText(const char* name, const std::string& text) {
     return written < 0 ? static_cast<status_t>(written) : B_OK;
 }
 
-status_t NPBookmark::Make(const char* url, const char* dat, const char* title) {
+status_t NPBookmark::Make(const char* url, const char* dat, const char* title,
+                          std::string* trouble) {
     const NPUrl parsed(url);
     if (parsed.Status() != 0)
         return B_BAD_VALUE;
     const bool isNew = !HasBookmark(parsed.Host(), parsed.Board(), dat);
     NPBookmark bookmark(parsed.Host(), parsed.Board(), dat);
+    if (trouble != nullptr)
+        *trouble = bookmark.fFolderTrouble;
     if (bookmark.Status() != 0)
         return B_ERROR;
     const status_t status = bookmark._WriteTexts(parsed, dat, title, MakeThreadAddress(url, dat));

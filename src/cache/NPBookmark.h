@@ -32,11 +32,10 @@ public:
 
     // 0 when a file is open, else −1.
     int32 Status() const { return fStatus; }
-    // Opens the file and, when missing, makes it and its folder. The user is told of a folder that
-    // can't be used.
+    // Opens the file and, when missing, makes it and its folder.
     status_t SetTo(const char* server, const char* board, const char* dat);
-    // 0, or −1 after an alert.
-    static int32 InitDir(const char* path);
+    // Makes the folder where it is missing: 0, or −1 with what there is to tell the user.
+    static int32 InitDir(const char* path, std::string* trouble);
 
     // The byte count, or an error.
     ssize_t ReadAttr(const char* name, type_code type, void* buffer, size_t size);
@@ -44,8 +43,9 @@ public:
     status_t SetMimeType();
 
     // Makes a thread's bookmark; an earlier one is written anew. B_OK only when all of it is kept;
-    // else a new one goes.
-    static status_t Make(const char* url, const char* dat, const char* title);
+    // else a new one goes. `trouble`, if any, gets what there is to tell the user of its folder.
+    static status_t Make(const char* url, const char* dat, const char* title,
+                         std::string* trouble = nullptr);
     static bool HasBookmark(const char* server, const char* board, const char* dat);
 
     // For the thread list. A board folder with "/" has no file of this plain name: nothing is
@@ -62,6 +62,7 @@ private:
     status_t _WriteText(const char* name, const std::string& text);
 
     int32 fStatus = -1;
+    std::string fFolderTrouble; // what there is to tell the user
     BFile fFile;
     BEntry fEntry;
 };

@@ -11,7 +11,6 @@
 
 #include <cstdio>
 #include <cstring>
-#include <string>
 #include <string_view>
 
 namespace {
@@ -71,6 +70,7 @@ bool NPCache::CanHold(const char* host, const char* board, const char* file) {
 
 status_t NPCache::SetTo(const char* host, const char* board, const char* file, Open how) {
     fStatus = -1;
+    fFolderTrouble.clear();
     fFile.Unset();
     const status_t status = _Open(host, board, file, how);
     if (status != B_OK)
@@ -122,7 +122,8 @@ status_t NPCache::_MakeFolders(const char* host, const char* board) {
 }
 
 int32 NPCache::initdir(const char* path) {
-    return EnsureFolder(path);
+    fFolderTrouble = EnsureFolder(path);
+    return fFolderTrouble.empty() ? 0 : -1;
 }
 
 void NPCache::_ReadModificationTime() {

@@ -144,7 +144,13 @@ void NPThreadListView::_AddBookmark(const BMessage* message) {
         message->FindInt32("selection", &selection) != B_OK)
         return;
     NPThreadItem* item = _FindThread(dat.String(), url.String());
-    if (item == nullptr || NPBookmark::Make(url.String(), dat.String(), title.String()) != B_OK)
+    if (item == nullptr)
+        return;
+    std::string trouble;
+    const status_t status = NPBookmark::Make(url.String(), dat.String(), title.String(), &trouble);
+    if (!trouble.empty())
+        ShowAlert("%s", trouble.c_str());
+    if (status != B_OK)
         return;
     item->SetMark(fBookmarkIcon.get());
     RowChanged(item);

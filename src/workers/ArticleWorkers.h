@@ -89,6 +89,7 @@ protected:
 private:
     DownloadEnd _Attempt();
     void _OpenCache();
+    void _MakeCache(NPCache::Open how);
     Progress _ShowCached();
     void _StartOver();
     Progress _Ask(NPHttp* http);

@@ -48,8 +48,7 @@ void ThreadDownload::_OpenCache() {
     fCache.reset();
     if (!fJob.cacheEnabled)
         return;
-    fCache = std::make_unique<NPCache>(fUrl.Host(), fUrl.Board(), fJob.dat.c_str(),
-                                       NPCache::Open::kCreate);
+    _MakeCache(NPCache::Open::kCreate);
     if (fCache->Status() != 0)
         return;
     // A crash may have left a part of a line; what another download is writing is left alone.
@@ -59,6 +58,12 @@ void ThreadDownload::_OpenCache() {
     }
     fCachedSize = fCache->GetSize();
     fHasCache = fCachedSize > 0;
+}
+
+void ThreadDownload::_MakeCache(NPCache::Open how) {
+    fCache = std::make_unique<NPCache>(fUrl.Host(), fUrl.Board(), fJob.dat.c_str(), how);
+    if (!fCache->FolderTrouble().empty())
+        ShowAlert("%s", fCache->FolderTrouble().c_str());
 }
 
 // What an attempt or a body that came to nothing has shown goes.
@@ -140,8 +145,7 @@ DownloadEnd ThreadDownload::_ReadBody(NPHttp* http) {
     if (ReplacesCache()) {
         _StartOver();
         fReplaced = std::move(fCache);
-        fCache = std::make_unique<NPCache>(fUrl.Host(), fUrl.Board(), fJob.dat.c_str(),
-                                           NPCache::Open::kBeside);
+        _MakeCache(NPCache::Open::kBeside);
     }
     fAppends = fCache != nullptr && fCache->MarkUnfinished() == B_OK;
     if (fAppends)
