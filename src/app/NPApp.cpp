@@ -78,9 +78,9 @@ int32 NPApp::CheckPath(const char* name) {
     if (status == B_OK)
         return 0;
     if (status != B_ENTRY_NOT_FOUND)
-        ShowAlert("%s\nにアクセスできません。\n", path.Path());
+        ShowAlertToAll(path.Path() + std::string("\nにアクセスできません。\n"));
     else if (create_directory(path.Path(), 0755) != B_OK)
-        ShowAlert("%s\nが作れません。\n", path.Path());
+        ShowAlertToAll(path.Path() + std::string("\nが作れません。\n"));
     else
         return 0;
     return -1;
@@ -260,7 +260,7 @@ void NPApp::_UpdateBoardMenu(BMessage* message) {
         return;
     const std::string refusal = FindProxy(*fSettings, &setup.proxy);
     if (!refusal.empty()) {
-        LeaveAlert(refusal.c_str()); // everyone waits for this thread, and so does the end
+        LeaveAlert(refusal); // everyone waits for this thread, and so does the end
         return;
     }
     _OpenUpdateWindow(&setup).SendMessage(kMsgBeginUpdate);

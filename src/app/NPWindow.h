@@ -89,7 +89,7 @@ private:
     void ThreadSelected(BMessage* message);
     void ThreadSelectedCache(BMessage* message);
     void _StartSubject(BMessage* message, Entry entry, const char* name, bool online);
-    bool _ReadProxy(ProxySetting* proxy) const;
+    bool _ReadProxy(ProxySetting* proxy);
     bool _CanAskFor(const BMessage* message);
     std::unique_ptr<ThreadJob> _MakeThreadJob(BMessage* message);
     void _StartThread(std::unique_ptr<ThreadJob> job, Entry entry, const char* name);

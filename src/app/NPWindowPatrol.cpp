@@ -27,7 +27,7 @@ void NPWindow::OpenBookmarkFolder() {
     if (NPBookmark::InitDir(path.c_str(), &trouble) == 0)
         be_roster->Launch(kFolderType, 1, arguments);
     else
-        ShowAlert("%s", trouble.c_str());
+        ShowAlert(this, trouble);
 }
 
 void NPWindow::_StartPatrol() {

@@ -91,10 +91,10 @@ void NPWindow::returnToPlace(port_id request) {
 }
 
 // False after telling the user: before anything is stopped or sent.
-bool NPWindow::_ReadProxy(ProxySetting* proxy) const {
+bool NPWindow::_ReadProxy(ProxySetting* proxy) {
     const std::string refusal = FindProxy(*fSettings, proxy);
     if (!refusal.empty())
-        ShowAlert("%s", refusal.c_str());
+        ShowAlert(this, refusal);
     return refusal.empty();
 }
 

@@ -27,6 +27,7 @@ public:
     bool CallForArticle(const Calling& call);
     // Posts to the window; nothing happens when it has gone.
     void Post(BMessage* message) const { fMessenger.SendMessage(message); }
+    const BMessenger& Messenger() const { return fMessenger; }
     // By the window, locked, as it goes.
     void Detach() { fWindow = nullptr; }
 

@@ -236,7 +236,7 @@ void NPArticleView::_ChangeFont(const BMessage* message) {
 
 void NPArticleView::_Reload(Reload how) {
     if (fDat.empty())
-        ShowAlert("スレッドが選択されていません！");
+        ShowAlert(Window(), "スレッドが選択されていません！");
     else
         ReloadRequest(how == Reload::kFromScratch);
 }
@@ -244,7 +244,7 @@ void NPArticleView::_Reload(Reload how) {
 void NPArticleView::_OpenWriteWindow() {
     const std::string& address = fUrlLabel->Address();
     if (address.empty()) {
-        ShowAlert("スレッドが選択されていません！");
+        ShowAlert(Window(), "スレッドが選択されていません！");
         return;
     }
     const bool isCgi = fDat.find("cgi") != fDat.npos;
@@ -252,7 +252,7 @@ void NPArticleView::_OpenWriteWindow() {
         ParsePostTarget(address, isCgi ? PostFamily::kWriteCgi : PostFamily::kBbsCgi);
     BrowserWindow* window = dynamic_cast<BrowserWindow*>(Window());
     if (!target)
-        ShowAlert("Invalid URL: %s", address.c_str());
+        ShowAlert(Window(), "Invalid URL: " + address);
     else if (window != nullptr)
         window->OpenWriteWindow(*target, fTitle.c_str(), fPosts);
 }

@@ -127,7 +127,7 @@ void NPThreadListView::_DeleteCached(const BMessage* message) {
         NPCache::FindDatDirectory(parsed.Host(), parsed.Board(), &folder) == B_OK &&
         folder.FindEntry(dat.String(), &entry) == B_OK && entry.Remove() == B_OK;
     if (!removed) {
-        ShowAlert("%sの削除に失敗しました。", dat.String());
+        ShowAlert(Window(), dat.String() + std::string("の削除に失敗しました。"));
         return;
     }
     item->SetNotFetched(fNotFetchedIcon.get());
@@ -149,7 +149,7 @@ void NPThreadListView::_AddBookmark(const BMessage* message) {
     std::string trouble;
     const status_t status = NPBookmark::Make(url.String(), dat.String(), title.String(), &trouble);
     if (!trouble.empty())
-        ShowAlert("%s", trouble.c_str());
+        ShowAlert(Window(), trouble);
     if (status != B_OK)
         return;
     item->SetMark(fBookmarkIcon.get());

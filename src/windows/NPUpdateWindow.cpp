@@ -63,7 +63,7 @@ void NPUpdateWindow::_PageReceived(const BMessage* message) {
     fWorker.reset();
     fComplete = WriteBBSTable(std::string(static_cast<const char*>(page), size)) == 0;
     if (!fComplete)
-        ShowAlert("書き込みに失敗しました。");
+        ShowAlert(this, "書き込みに失敗しました。");
     PostMessage(B_QUIT_REQUESTED);
 }
 

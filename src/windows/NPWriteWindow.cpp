@@ -232,8 +232,8 @@ void NPWriteWindow::_Send() {
         return;
     auto form = std::make_unique<PostForm>();
     switch (MakePostForm(fTarget, _Text(), time(nullptr), form.get())) {
-    case PostCheck::kNoMessage: ShowAlert("メッセージが入力されていません。"); return;
-    case PostCheck::kNotEncodable: ShowAlert("使用できない文字が含まれている？"); return;
+    case PostCheck::kNoMessage: ShowAlert(this, "メッセージが入力されていません。"); return;
+    case PostCheck::kNotEncodable: ShowAlert(this, "使用できない文字が含まれている？"); return;
     case PostCheck::kGood: _Start(std::move(form));
     }
 }
@@ -288,7 +288,7 @@ void NPWriteWindow::_PostFailed(const BMessage* message) {
     _EndWorker();
     _SetUsable(true);
     if (message->FindBool("dialog", &hasBeenTold) != B_OK)
-        ShowAlert("書き込み失敗！");
+        ShowAlert(this, "書き込み失敗！");
 }
 
 // A lost answer counts as done, as the post may have arrived; its draft stays until one of it is

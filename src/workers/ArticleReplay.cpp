@@ -14,7 +14,8 @@ int32 ArticleReplay::Run() {
     }
     NPCache cache(fUrl.Host(), fUrl.Board(), fJob.dat.c_str(), NPCache::Open::kExisting);
     if (cache.Status() != 0 || cache.GetSize() == 0) {
-        ShowAlert("読み込み失敗：%s/%s/%s", fUrl.Host(), fUrl.Board(), fJob.dat.c_str());
+        ShowAlert(this, std::string("読み込み失敗：") + fUrl.Host() + "/" + fUrl.Board() + "/" +
+                            fJob.dat);
         Fail(kMsgThreadComplete);
         return -1;
     }

@@ -2,6 +2,7 @@
 
 #include "messages/Messages.h"
 #include "net/NPHttp.h"
+#include "workers/Exchange.h"
 
 #include <Message.h>
 
@@ -31,7 +32,7 @@ bool IsWhole(const NPHttp& http, size_t size) {
 
 int32 BoardMenuDownload::Run() {
     NPHttp http(fJob.portal.c_str(), "80");
-    if (!_Connect(&http) || !_ReadPage(&http))
+    if (!_Ask(&http) || !_ReadPage(&http))
         return fStopped ? 0 : -1;
     http.Close();
     BMessage ended(kMsgUpdateEnded);
@@ -40,21 +41,24 @@ int32 BoardMenuDownload::Run() {
     return 0;
 }
 
-bool BoardMenuDownload::_Connect(NPHttp* http) {
-    if (fJob.proxy.use)
-        http->SetProxy(fJob.proxy.host.c_str(), fJob.proxy.port.c_str());
+bool BoardMenuDownload::_Ask(NPHttp* http) {
     http->version = NPHttp::kHttp10; // a page that may come in chunks could not be stored as it is
     http->SetPath("/newbbsmenu.html");
-    http->AddHeader("Host", fJob.portal.c_str());
+    BeginRequest(http, fJob.proxy, fJob.portal);
     http->AddHeader("Connection: close");
-    _ShowStatus("接続中…");
-    if (http->Connect() != B_OK)
-        return _Fail("接続エラー");
-    _ShowStatus("送信中…");
-    if (http->Send() < 0)
-        return _Fail("送信エラー");
-    _ShowStatus("受信中…");
-    return http->ReadHeader() == 0 || _Fail("ヘッダ読み込みエラー");
+    const auto tell = [this](ExchangeStep step) {
+        _ShowStatus(step == ExchangeStep::kConnect ? "接続中…"
+                    : step == ExchangeStep::kSend  ? "送信中…"
+                                                   : "受信中…");
+    };
+    switch (Exchange(http, fJob.control.get(), tell)) {
+    case ExchangeEnd::kHead: return true;
+    case ExchangeEnd::kStopped: fStopped = true; return false;
+    case ExchangeEnd::kNotConnected: return _Fail("接続エラー");
+    case ExchangeEnd::kNotSent: return _Fail("送信エラー");
+    case ExchangeEnd::kNoHead: return _Fail("ヘッダ読み込みエラー");
+    }
+    return false;
 }
 
 // The page of another status than 200 is taken like a good one: what the portal answers is the

@@ -85,7 +85,7 @@ int32 BookmarkListing::Run() {
     BDirectory folder;
     const status_t status = NPBookmark::GetBookmarkDirectory(&folder);
     if (status != B_OK && status != B_ENTRY_NOT_FOUND) {
-        ShowAlert("ブックマークの読み込み失敗！");
+        ShowAlert(this, "ブックマークの読み込み失敗！");
         Fail(kMsgBoardComplete);
         return -1;
     }

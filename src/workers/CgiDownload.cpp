@@ -1,6 +1,5 @@
 #include "messages/Messages.h"
 #include "net/NPHttp.h"
-#include "widgets/Alerts.h"
 #include "workers/ArticleWorkers.h"
 
 #include <string_view>
@@ -28,7 +27,7 @@ AnswerKind CgiDownload::Judge(NPHttp* http) {
     const NPHttp::StatusRecord* status = http->Status();
     if (status->code == 200)
         return AnswerKind::kBody;
-    ShowAlert("%ld %s", static_cast<long>(status->code), status->reason.c_str());
+    ShowRefusal(*status);
     return AnswerKind::kRefusal;
 }
 

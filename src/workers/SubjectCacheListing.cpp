@@ -33,7 +33,7 @@ int32 SubjectCacheListing::Run() {
     BDirectory folder;
     const status_t status = NPCache::FindDatDirectory(fUrl.Host(), fUrl.Board(), &folder);
     if (status != B_OK && status != B_ENTRY_NOT_FOUND) {
-        ShowAlert("読み込み失敗：%s/%s", fUrl.Host(), fUrl.Board());
+        ShowAlert(this, std::string("読み込み失敗：") + fUrl.Host() + "/" + fUrl.Board());
         Fail(kMsgBoardComplete);
         return -1;
     }

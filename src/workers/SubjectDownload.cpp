@@ -2,7 +2,6 @@
 #include "net/NPHttp.h"
 #include "net/lines.h"
 #include "text/html.h"
-#include "widgets/Alerts.h"
 #include "workers/SubjectWorkers.h"
 
 #include <cstdio>
@@ -33,15 +32,9 @@ int32 SubjectDownload::Run() {
 }
 
 Progress SubjectDownload::_Request(NPHttp* http) {
-    if (fJob.proxy.use)
-        http->SetProxy(fJob.proxy.host.c_str(), fJob.proxy.port.c_str());
     http->SetPath(("/" + std::string(fUrl.Board()) + "/subject.txt").c_str());
-    http->AddHeader("Host", fUrl.Host());
-    http->AddHeader("User-Agent", get_user_agent());
-    http->AddHeader("Connection: close");
-    ShowProgress("%sへ接続中", fUrl.Host());
-    const Progress progress = Connect(http, kMsgBoardComplete);
-    return progress == Progress::kGoOn ? Exchange(http, kMsgBoardComplete) : progress;
+    BeginReading(http, fJob.proxy, fUrl.Host());
+    return Ask(http, fUrl.Host(), kMsgBoardComplete);
 }
 
 Progress SubjectDownload::_CheckStatus(NPHttp* http) {
@@ -51,7 +44,7 @@ Progress SubjectDownload::_CheckStatus(NPHttp* http) {
     const NPHttp::StatusRecord* status = http->Status();
     if (status->code == 200)
         return Progress::kGoOn;
-    ShowAlert("%ld %s", static_cast<long>(status->code), status->reason.c_str());
+    ShowRefusal(*status);
     return Fail(kMsgBoardComplete);
 }
 

@@ -63,7 +63,7 @@ void ThreadDownload::_OpenCache() {
 void ThreadDownload::_MakeCache(NPCache::Open how) {
     fCache = std::make_unique<NPCache>(fUrl.Host(), fUrl.Board(), fJob.dat.c_str(), how);
     if (!fCache->FolderTrouble().empty())
-        ShowAlert("%s", fCache->FolderTrouble().c_str());
+        ShowAlert(this, fCache->FolderTrouble());
 }
 
 // What an attempt or a body that came to nothing has shown goes.
@@ -96,17 +96,9 @@ Progress ThreadDownload::_ShowCached() {
 }
 
 Progress ThreadDownload::_Ask(NPHttp* http) {
-    if (fJob.proxy.use)
-        http->SetProxy(fJob.proxy.host.c_str(), fJob.proxy.port.c_str());
-    http->AddHeader("Host", fUrl.Host());
-    http->AddHeader("User-Agent", get_user_agent());
-    http->AddHeader("Connection: close");
+    BeginReading(http, fJob.proxy, fUrl.Host());
     PrepareRequest(http);
-    ShowProgress("%sへ接続中", fUrl.Host());
-    if (MustStop())
-        return Progress::kStopped;
-    const Progress progress = Connect(http, kMsgThreadComplete);
-    return progress == Progress::kGoOn ? Exchange(http, kMsgThreadComplete) : progress;
+    return Ask(http, fUrl.Host(), kMsgThreadComplete);
 }
 
 DownloadEnd ThreadDownload::_Receive(NPHttp* http) {

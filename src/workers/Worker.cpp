@@ -2,6 +2,7 @@
 
 #include "browser/BrowserWindow.h"
 #include "net/NPHttp.h"
+#include "workers/Exchange.h"
 
 #include <cstdarg>
 #include <cstdio>
@@ -47,8 +48,7 @@ void Worker::_Tell(const WindowLink::Calling& tell) {
 }
 
 void Worker::PresentAlert(BAlert* alert) {
-    fWindow->Call([alert](BrowserWindow* window) { BindAlert(alert, window); });
-    fControl->PresentAlert(alert);
+    fControl->PresentAlert(alert, fWindow->Messenger());
 }
 
 void Worker::Complete(BMessage* message) {
@@ -63,23 +63,29 @@ Progress Worker::Fail(uint32 completion) {
     return Progress::kFailed;
 }
 
-Progress Worker::Connect(NPHttp* http, uint32 completion) {
-    const status_t status = http->Connect();
-    if (MustStop())
-        return Progress::kStopped;
-    if (status == B_OK)
-        return Progress::kGoOn;
-    ShowAlert("接続エラー: %s", http->ErrorStr());
+void Worker::BeginReading(NPHttp* http, const ProxySetting& proxy, const char* host) {
+    BeginRequest(http, proxy, host);
+    http->AddHeader("User-Agent", get_user_agent());
+    http->AddHeader("Connection: close");
+}
+
+Progress Worker::Ask(NPHttp* http, const char* host, uint32 completion) {
+    const auto tell = [&](ExchangeStep step) {
+        if (step == ExchangeStep::kConnect)
+            ShowProgress("%sへ接続中", host);
+    };
+    switch (Exchange(http, fControl.get(), tell)) {
+    case ExchangeEnd::kHead: return Progress::kGoOn;
+    case ExchangeEnd::kStopped: return Progress::kStopped;
+    case ExchangeEnd::kNotConnected:
+        ShowAlert(this, std::string("接続エラー: ") + http->ErrorStr());
+        break;
+    case ExchangeEnd::kNotSent:
+    case ExchangeEnd::kNoHead: fprintf(stderr, "ReadHeader()\n"); break;
+    }
     return Fail(completion);
 }
 
-Progress Worker::Exchange(NPHttp* http, uint32 completion) {
-    const bool sent = http->Send() >= 0;
-    const bool read = sent && http->ReadHeader() == 0;
-    if (MustStop())
-        return Progress::kStopped;
-    if (read)
-        return Progress::kGoOn;
-    fprintf(stderr, "ReadHeader()\n");
-    return Fail(completion);
+void Worker::ShowRefusal(const ResponseHead::StatusRecord& status) {
+    ShowAlert(this, std::to_string(status.code) + " " + status.reason);
 }

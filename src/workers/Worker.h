@@ -1,5 +1,6 @@
 #pragma once
 
+#include "net/ResponseHead.h"
 #include "widgets/Alerts.h"
 #include "workers/Jobs.h"
 
@@ -14,7 +15,7 @@ enum class Progress { kGoOn, kStopped, kFailed };
 // What the bodies of all workers share: they report to the window through its link, look whether
 // they must stop, and say when they are done. What one says after it was stopped is dropped, and
 // its alerts go with it. Lives on the worker's stack.
-class Worker : private AlertOwner {
+class Worker : public AlertOwner {
 public:
     Worker(std::shared_ptr<WindowLink> window, std::shared_ptr<WorkerControl> control);
 
@@ -34,10 +35,13 @@ protected:
     // completion without fields.
     virtual Progress Fail(uint32 completion);
 
-    // Shared by the downloads: connects, with the alert that tells the user why it failed.
-    Progress Connect(NPHttp* http, uint32 completion);
-    // Sends and reads the head.
-    Progress Exchange(NPHttp* http, uint32 completion);
+    // Shared by the downloads: what their requests begin with.
+    static void BeginReading(NPHttp* http, const ProxySetting& proxy, const char* host);
+    // Connects, sends and reads the head, with the alert that tells the user why there is no
+    // connection.
+    Progress Ask(NPHttp* http, const char* host, uint32 completion);
+    // Tells the user the status that a server refused with.
+    void ShowRefusal(const ResponseHead::StatusRecord& status);
 
 private:
     void PresentAlert(BAlert* alert) override;

@@ -1,16 +1,29 @@
 #include "workers/WorkerControl.h"
 
 #include "messages/Messages.h"
+#include "widgets/Alerts.h"
 
 #include <Alert.h>
 #include <Application.h>
 #include <Autolock.h>
 #include <Errors.h>
 #include <Message.h>
+#include <Window.h>
 
 namespace {
 // A read this short only looks: workers look after every line.
 constexpr bigtime_t kLook = 10; // microseconds
+
+void BindToWindow(BAlert* alert, const BMessenger& messenger) {
+    BLooper* looper = nullptr;
+    if (!messenger.LockTarget())
+        return;
+    messenger.Target(&looper);
+    if (BWindow* window = dynamic_cast<BWindow*>(looper))
+        BindAlert(alert, window);
+    looper->Unlock();
+}
+
 } // namespace
 
 WorkerControl::WorkerControl(const char* portName) : fPort(create_port(1, portName)) {}
@@ -29,7 +42,8 @@ void WorkerControl::Stop() {
     ReleaseCursor();
 }
 
-void WorkerControl::PresentAlert(BAlert* alert) {
+void WorkerControl::PresentAlert(BAlert* alert, const BMessenger& window) {
+    BindToWindow(alert, window);
     {
         const BAutolock lock(fAlertLock);
         if (!fStopped)

@@ -30,9 +30,9 @@ public:
     void DeletePort();
     void TakeCursor();
     void ReleaseCursor();
-    // By the worker: shows the alert, which is locked, and waits for its end. No alert comes after
-    // a stop.
-    void PresentAlert(BAlert* alert);
+    // By the worker: shows the alert, which is locked, and waits for its end. It keeps the input
+    // from the window that the worker works for, and goes with it. No alert comes after a stop.
+    void PresentAlert(BAlert* alert, const BMessenger& window);
 
 private:
     const port_id fPort;
