@@ -1,31 +1,27 @@
 #include "workers/BoardMenuDownload.h"
 
 #include "messages/Messages.h"
+#include "net/DownloadPlan.h"
 #include "net/NPHttp.h"
 #include "workers/Exchange.h"
 
 #include <Message.h>
-
-#include <charconv>
-#include <cstring>
 
 namespace {
 
 constexpr size_t kChunk = 4095;
 constexpr size_t kLongestPage = 16 * 1024 * 1024; // hundreds of times a menu
 
-// Whether the stream ended where the server said that the page ends. An empty page is none, nor is
-// one that came in chunks all the same: their lengths stand in it.
-bool IsWhole(const NPHttp& http, size_t size) {
-    const char* coding = http.FindHeader("Transfer-Encoding");
-    if (coding != nullptr && strcasecmp(coding, "identity") != 0)
-        return false;
-    const char* text = http.FindHeader("Content-Length");
-    if (text == nullptr || size == 0)
-        return size > 0;
-    size_t announced = 0;
-    const bool isNumber = std::from_chars(text, text + strlen(text), announced).ec == std::errc();
-    return !isNumber || size >= announced;
+// An empty page is none.
+bool IsWholePage(NPHttp* http, int32 lastResult, size_t size) {
+    DownloadBody body;
+    body.status = http->Status()->code;
+    body.contentLength = http->FindHeader("Content-Length");
+    body.received = static_cast<int64>(size);
+    body.lastResult = lastResult;
+    body.mayExceed = true;
+    body.transferCoding = http->FindHeader("Transfer-Encoding");
+    return size > 0 && IsWholeBody(body);
 }
 
 } // namespace
@@ -77,7 +73,7 @@ bool BoardMenuDownload::_ReadPage(NPHttp* http) {
         if (fPage.size() > kLongestPage)
             return _Fail(kUnreadable);
     }
-    return (length == 0 && IsWhole(*http, fPage.size())) || _Fail(kUnreadable);
+    return IsWholePage(http, length, fPage.size()) || _Fail(kUnreadable);
 }
 
 bool BoardMenuDownload::_Fail(const char* text) {
