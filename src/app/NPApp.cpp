@@ -269,7 +269,7 @@ void NPApp::_UpdateBoardMenu(BMessage* message) {
 
 BMessenger NPApp::_OpenUpdateWindow(NPUpdateWindow::Setup* setup) {
     setup->application = be_app_messenger;
-    setup->folder = BoardFolder();
+    setup->folder = BbsFolder();
     fUpdateWindow = new NPUpdateWindow(*setup);
     const BMessenger messenger(fUpdateWindow);
     fUpdateWindow->Show();

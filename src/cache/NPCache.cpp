@@ -19,7 +19,7 @@ constexpr const char* kRoot = "2ch/2chCache";
 constexpr const char* kUnfinished = "unfinished";
 constexpr const char* kBesideFolder = ".arriving";
 
-status_t BoardFolder(const char* host, const char* board, BPath* path) {
+status_t BoardPath(const char* host, const char* board, BPath* path) {
     if (!IsGoodComponent(host) || !IsGoodBoardFolder(board)) {
         fprintf(stderr, "cache: refused the names \"%s\" and \"%s\"\n", host, board);
         return B_BAD_VALUE;
@@ -33,7 +33,7 @@ status_t BoardFolder(const char* host, const char* board, BPath* path) {
 }
 
 status_t DatPath(const char* host, const char* board, const char* file, BPath* path) {
-    const status_t status = BoardFolder(host, board, path);
+    const status_t status = BoardPath(host, board, path);
     if (status != B_OK)
         return status;
     if (!IsGoodComponent(file)) {
@@ -272,6 +272,6 @@ status_t NPCache::FindDatFile(const char* host, const char* board, const char* f
 
 status_t NPCache::FindDatDirectory(const char* host, const char* board, BDirectory* out) {
     BPath path;
-    const status_t status = BoardFolder(host, board, &path);
+    const status_t status = BoardPath(host, board, &path);
     return status == B_OK ? out->SetTo(path.Path()) : status;
 }

@@ -55,7 +55,7 @@ bool ParseBoard(std::string_view line, BBSTable::Board* board) {
 
 } // namespace
 
-std::string BoardFolder() {
+std::string BbsFolder() {
     app_info info;
     BPath path;
     if (be_app == nullptr || be_app->GetAppInfo(&info) != B_OK || path.SetTo(&info.ref) != B_OK ||

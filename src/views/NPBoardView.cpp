@@ -56,7 +56,7 @@ void NPBoardView::_Fill() {
 }
 
 int32 NPBoardView::getBBSMenu() {
-    const std::string folder = BoardFolder();
+    const std::string folder = BbsFolder();
     std::vector<BBSTable::Category> categories;
     if (ReadBoardMenu(folder, &categories) != 0)
         return -1;
