@@ -30,9 +30,6 @@ protected:
     void EndArticles();
     // The next part begins the first line of a thread again.
     void ForgetLines();
-    // From one encoding or the other to UTF-8, without the zero bytes of codes that are no
-    // characters.
-    static std::string ToUtf8(const char* text, int32 length);
 
     const ThreadJob& fJob;
     NPUrl fUrl;

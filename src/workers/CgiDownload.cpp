@@ -1,5 +1,6 @@
 #include "messages/Messages.h"
 #include "net/NPHttp.h"
+#include "text/ToUtf8.h"
 #include "workers/ArticleWorkers.h"
 
 #include <string_view>
@@ -41,10 +42,9 @@ void CgiDownload::TakePart(char* part, int32 length) {
     if (kind == LinePart::kInside)
         return;
     const std::string beginning = fOverlong.TakeBeginning();
-    const std::string line =
-        kind == LinePart::kLine
-            ? ToUtf8(part, length)
-            : EndPageLine(ToUtf8(beginning.data(), static_cast<int32>(beginning.size())));
+    const std::string line = kind == LinePart::kLine
+                                 ? ToUtf8(std::string_view(part, static_cast<size_t>(length)))
+                                 : EndPageLine(ToUtf8(beginning));
     if (fPage.TakeLine(line))
         _TakePost(fPage.TakeDatLine());
 }
