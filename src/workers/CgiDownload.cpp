@@ -8,18 +8,9 @@
 // Whatever the request for this thread says of its posts, the cached ones count: a wrong start
 // would leave posts out or double them.
 void CgiDownload::PrepareRequest(NPHttp* http) {
-    std::string board = fUrl.Board();
-    std::string prefix;
-    const size_t slash = board.find('/');
-    if (slash != board.npos) {
-        prefix = "/" + board.substr(0, slash);
-        board.erase(0, slash + 1);
-    }
     const std::string key = fJob.dat.substr(0, fJob.dat.find('.'));
     const int32 start = Extends() ? fCount + 1 : 1;
-    http->SetPath(
-        (prefix + "/bbs/read.cgi?BBS=" + board + "&KEY=" + key + "&START=" + std::to_string(start))
-            .c_str());
+    http->SetPath((MakeReadCgiPath(fUrl.Board(), key) + "&START=" + std::to_string(start)).c_str());
     fPage = CgiPage();
     fSkipsNext = Extends();
 }
