@@ -31,9 +31,9 @@ int32 ArticleReplay::Run() {
 Progress ArticleReplay::_Replay(NPCache* cache) {
     ShowProgress("%s/%s/%sを読み込み中", fUrl.Host(), fUrl.Board(), fJob.dat.c_str());
     fprintf(stderr, "reading: %s/%s/%s\n", fUrl.Host(), fUrl.Board(), fJob.dat.c_str());
-    char part[kLongestShownLine + 1];
+    ServerLine part;
     for (;;) {
-        const int32 length = cache->ReadPart(part, kLongestShownLine);
+        const int32 length = cache->ReadPart(part, kLongestServerLine);
         if (MustStop())
             return Progress::kStopped;
         if (length <= 0)

@@ -13,9 +13,6 @@
 
 class NPHttp;
 
-// In bytes, with its line feed: what is longer is shown cut.
-constexpr size_t kLongestShownLine = 8191;
-
 // What the readers of a thread share: lines become posts in the window, numbered by their line.
 class ArticleReader : public Worker {
 public:

@@ -42,8 +42,8 @@ void CgiDownload::TakePart(char* part, int32 length) {
 
 // Many a page has no line feed behind its last tag.
 bool CgiDownload::EndsInsideLine(NPHttp* http) const {
-    char rest[kLongestShownLine];
-    const int32 length = http->ReadReceived(rest, sizeof(rest));
+    ServerLine rest;
+    const int32 length = http->ReadReceived(rest, kLongestServerLine);
     if (length <= 0)
         return http->IsInsideLine();
     const std::string_view line(rest, static_cast<size_t>(length));

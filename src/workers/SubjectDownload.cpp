@@ -6,10 +6,6 @@
 
 #include <cstdio>
 
-namespace {
-constexpr size_t kLongestLine = 8191;
-}
-
 int32 SubjectDownload::Run() {
     if (fUrl.Status() != 0) {
         Fail(kMsgBoardComplete);
@@ -52,10 +48,10 @@ Progress SubjectDownload::_ReadLines(NPHttp* http) {
     SetTitle("%s", fJob.board.c_str());
     BeginList();
     ShowProgress("%sから受信中", fUrl.Host());
-    char line[kLongestLine + 1];
+    ServerLine line;
     _SubjectOut subject;
     for (;;) {
-        const int32 length = http->ReadLine(line, kLongestLine);
+        const int32 length = http->ReadLine(line, kLongestServerLine);
         if (length <= 0)
             break;
         line[length] = '\0';

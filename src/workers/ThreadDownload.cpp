@@ -78,10 +78,10 @@ void ThreadDownload::_StartOver() {
 Progress ThreadDownload::_ShowCached() {
     if (!fHasCache)
         return Progress::kGoOn;
-    char part[kLongestShownLine + 1];
+    ServerLine part;
     // Another download may be appending.
     for (int64 read = 0; read < fCachedSize;) {
-        const int32 length = fCache->ReadPart(part, kLongestShownLine);
+        const int32 length = fCache->ReadPart(part, kLongestServerLine);
         if (MustStop())
             return Progress::kStopped;
         if (length <= 0)
@@ -160,10 +160,10 @@ bool ThreadDownload::EndsInsideLine(NPHttp* http) const {
 
 // False when it must stop.
 bool ThreadDownload::_ReadParts(NPHttp* http, DownloadBody* body) {
-    char part[kLongestShownLine + 1];
+    ServerLine part;
     int64 lineStart = 0;
     while (!HasAll()) {
-        const int32 length = http->ReadPart(part, kLongestShownLine);
+        const int32 length = http->ReadPart(part, kLongestServerLine);
         if (MustStop())
             return false;
         if (length <= 0 || body->received - lineStart > kLongestKeptLine) {
