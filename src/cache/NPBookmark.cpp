@@ -3,6 +3,7 @@
 #include "cache/Folders.h"
 #include "net/NPUrl.h"
 #include "net/ThreadAddress.h"
+#include "net/lines.h"
 #include "text/PathNames.h"
 #include "text/Utf8Cut.h"
 
@@ -22,15 +23,6 @@ namespace {
 constexpr const char* kFolder = "2ch/2chBookmark";
 constexpr const char* kType = "application/x-vnd.Be-bookmark";
 
-bool AreGoodNames(const char* server, const char* board, const char* dat) {
-    if (IsGoodComponent(server) && IsGoodBoardFolder(board) && IsGoodComponent(dat) &&
-        strlen(server) <= kLongestBookmarkServer && strlen(board) <= kLongestBookmarkBoard &&
-        strlen(dat) <= kLongestBookmarkDat)
-        return true;
-    fprintf(stderr, "bookmarks: refused \"%s\", \"%s\", \"%s\"\n", server, board, dat);
-    return false;
-}
-
 std::string PlainName(const char* server, const char* board, const char* dat) {
     return std::string(server) + "." + board + "." + dat;
 }
@@ -42,6 +34,15 @@ std::string FileName(const char* server, const char* board, const char* dat) {
 }
 
 } // namespace
+
+bool NPBookmark::AreGoodNames(const char* server, const char* board, const char* dat) {
+    if (IsGoodComponent(server) && IsGoodBoardFolder(board) && IsGoodComponent(dat) &&
+        strlen(server) <= kLongestBookmarkServer && strlen(board) <= kLongestBookmarkBoard &&
+        strlen(dat) <= kLongestBookmarkDat)
+        return true;
+    fprintf(stderr, "bookmarks: refused \"%s\", \"%s\", \"%s\"\n", server, board, dat);
+    return false;
+}
 
 std::string NPBookmark::FolderPath() {
     BPath path;
@@ -116,7 +117,7 @@ status_t NPBookmark::_WriteTexts(const NPUrl& parsed, const char* dat, const cha
                                  const std::string& address) {
     status_t status = SetMimeType();
     const std::pair<const char*, std::string> texts[] = {
-        {"META:title", CutAtCharacter(title, kLongestBookmarkTitle)},
+        {"META:title", CutAtCharacter(title, kLongestThreadTitle)},
         {"server", parsed.Host()},
         {"board", parsed.Board()},
         {"dat", dat},

@@ -14,7 +14,6 @@ class NPUrl;
 constexpr size_t kLongestBookmarkServer = 63;
 constexpr size_t kLongestBookmarkBoard = 31;
 constexpr size_t kLongestBookmarkDat = 15;
-constexpr size_t kLongestBookmarkTitle = 4095; // shown only, so it is cut
 
 // A bookmark: an empty file "SERVER.BOARD.DAT" in the folder "2ch/2chBookmark" whose attributes
 // describe a thread: "META:title", "server", "board", "dat" and "META:url", its address in a web
@@ -42,6 +41,9 @@ public:
     ssize_t WriteAttr(const char* name, type_code type, const void* data, size_t size);
     status_t SetMimeType();
 
+    // Whether the names are good components of a path, and short enough to be read back; if not, a
+    // trace says so.
+    static bool AreGoodNames(const char* server, const char* board, const char* dat);
     // Makes a thread's bookmark; an earlier one is written anew. B_OK only when all of it is kept;
     // else a new one goes. `trouble`, if any, gets what there is to tell the user of its folder.
     static status_t Make(const char* url, const char* dat, const char* title,

@@ -1,4 +1,5 @@
 #include "cache/NPCache.h"
+#include "cache/TextAttribute.h"
 #include "messages/Messages.h"
 #include "widgets/Alerts.h"
 #include "workers/SubjectWorkers.h"
@@ -8,22 +9,6 @@
 #include <Node.h>
 
 #include <cstdio>
-#include <cstring>
-
-namespace {
-
-constexpr size_t kLongestTitle = 4095;
-
-// An attribute as text, cut to the longest title; empty without one.
-std::string ReadTitle(const BNode& node) {
-    std::string title(kLongestTitle, '\0');
-    const ssize_t size = node.ReadAttr("title", B_STRING_TYPE, 0, title.data(), title.size());
-    title.resize(size > 0 ? size : 0);
-    title.resize(strlen(title.c_str()));
-    return title;
-}
-
-} // namespace
 
 int32 SubjectCacheListing::Run() {
     if (fUrl.Status() != 0) {
@@ -65,5 +50,5 @@ void SubjectCacheListing::_AddFile(const BEntry& entry) {
     node.ReadAttr("res_num", B_INT32_TYPE, 0, &count, sizeof(count));
     char countText[16];
     snprintf(countText, sizeof(countText), "%ld", static_cast<long>(count));
-    AddThread(++fCount, ReadTitle(node).c_str(), countText, name);
+    AddThread(++fCount, ReadTitle(node, "title").c_str(), countText, name);
 }
