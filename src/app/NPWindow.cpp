@@ -233,9 +233,8 @@ bool NPWindow::QuitRequested() {
         return false;
     _StopWorker(&fSubjectWorker);
     _StopWorker(&fArticleWorker);
-    if (fPatrolling)
-        fPatrolWindow.SendMessage(B_QUIT_REQUESTED);
-    fSearchWindow.SendMessage(B_QUIT_REQUESTED);
+    fPatrol.Stop();
+    fSearchWindow.Window().SendMessage(B_QUIT_REQUESTED);
     if (!fThreadOnly)
         _SaveLayout();
     be_app_messenger.SendMessage(kMsgWindowClosed);

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "app/BookmarkPatrol.h"
 #include "browser/BrowserWindow.h"
+#include "windows/WindowSlot.h"
 #include "workers/Jobs.h"
 
 #include <Messenger.h>
@@ -88,11 +90,15 @@ private:
     void BoardSelectedCache(BMessage* message);
     void ThreadSelected(BMessage* message);
     void ThreadSelectedCache(BMessage* message);
-    void _StartSubject(BMessage* message, Entry entry, const char* name, bool online);
     bool _ReadProxy(ProxySetting* proxy);
-    bool _CanAskFor(const BMessage* message);
-    std::unique_ptr<ThreadJob> _MakeThreadJob(BMessage* message);
+    std::unique_ptr<SubjectJob> _MakeSubjectJob(const BMessage* message) const;
+    void _StartSubject(std::unique_ptr<SubjectJob> job, Entry entry, const char* name);
+    std::unique_ptr<ThreadJob> _MakeThreadJob(const BMessage* message) const;
+    void _RefuseName(const BMessage* message);
+    void _NameWindow(const BMessage* message);
     void _StartThread(std::unique_ptr<ThreadJob> job, Entry entry, const char* name);
+    bool _Replace(std::shared_ptr<WorkerControl>* worker,
+                  const std::shared_ptr<WorkerControl>& next);
     bool _ListsFor(port_id request) const;
     void _StopWorker(std::shared_ptr<WorkerControl>* worker);
     bool _EndWorker(std::shared_ptr<WorkerControl>* worker, const BMessage* completion);
@@ -104,7 +110,7 @@ private:
     void _ListBookmarks();
     void OpenBookmarkFolder();
     void _StartPatrol();
-    void _AskPatrolForNext();
+    void _BeginPatrol();
     void _VisitNext(const BMessage* message);
     void _Visit(class NPThreadItem* item);
     void _EndPatrol();
@@ -145,11 +151,8 @@ private:
     std::string fBoardName;
     std::shared_ptr<WorkerControl> fSubjectWorker; // null when there is none
     std::shared_ptr<WorkerControl> fArticleWorker;
-    BMessenger fPatrolWindow; // meaningful while patrolling
-    bool fPatrolling = false;
-    bool fAsksPatrol = false;              // it is to say which visit comes next
-    std::shared_ptr<WorkerControl> fVisit; // the patrol's last one
-    BMessenger fSearchWindow;              // invalid without one
-    int32 fSearchPosition = -1;            // the row of the last match; −1: from the top
-    int32 fSearchIndex = 0;                // the article's byte where the next step looks
+    BookmarkPatrol fPatrol;
+    WindowSlot fSearchWindow;
+    int32 fSearchPosition = -1; // the row of the last match; −1: from the top
+    int32 fSearchIndex = 0;     // the article's byte where the next step looks
 };

@@ -6,7 +6,6 @@
 #include "windows/NPPatrolWindow.h"
 #include "windows/PatrolPlan.h"
 
-#include <AppDefs.h>
 #include <Application.h>
 #include <Message.h>
 #include <Roster.h>
@@ -16,7 +15,7 @@ constexpr const char* kFolderType = "application/x-vnd.Be-directory";
 }
 
 void NPWindow::_ListBookmarks() {
-    if (!fThreadOnly && !fPatrolling)
+    if (!fThreadOnly && !fPatrol.IsRunning())
         BookmarkSelected();
 }
 
@@ -31,57 +30,40 @@ void NPWindow::OpenBookmarkFolder() {
 }
 
 void NPWindow::_StartPatrol() {
-    if (fThreadOnly)
-        return;
-    BLooper* running = nullptr;
-    if (fPatrolling) {
-        if (fPatrolWindow.LockTarget()) {
-            fPatrolWindow.Target(&running);
-            static_cast<BWindow*>(running)->Activate(true);
-            running->Unlock();
-        }
-        return;
-    }
     ProxySetting proxy;
-    if (!_ReadProxy(&proxy))
-        return;
-    NPPatrolWindow* patrol = new NPPatrolWindow(BMessenger(this), Frame());
-    fPatrolWindow = BMessenger(patrol);
-    patrol->Show();
-    fPatrolling = true;
-    fAsksPatrol = false;
+    if (fPatrol.IsRunning())
+        fPatrol.BringToFront();
+    else if (!fThreadOnly && _ReadProxy(&proxy))
+        _BeginPatrol();
+}
+
+void NPWindow::_BeginPatrol() {
+    NPPatrolWindow* window = new NPPatrolWindow(BMessenger(this), Frame());
+    fPatrol.Begin(BMessenger(window));
+    window->Show();
     // A patrol always downloads.
     if (!GetOnlineMode())
         be_app_messenger.SendMessage(kMsgToggleOnline);
     BookmarkSelected();
     if (fSubjectWorker == nullptr)
-        fPatrolWindow.SendMessage(B_QUIT_REQUESTED);
-}
-
-// Once, until it has answered: a second answer would count a visit twice.
-void NPWindow::_AskPatrolForNext() {
-    if (!fPatrolling || fAsksPatrol)
-        return;
-    fPatrolWindow.SendMessage(kMsgStepEnded);
-    fAsksPatrol = true;
+        fPatrol.Stop();
 }
 
 void NPWindow::_VisitNext(const BMessage* message) {
     int32 visits = 0;
-    fAsksPatrol = false;
+    ProxySetting proxy;
     // What is under way asks again as it ends: the list, or a thread that the user has chosen.
-    if (!fPatrolling || fSubjectWorker != nullptr || fArticleWorker != nullptr ||
+    if (!fPatrol.TakeAnswer() || fSubjectWorker != nullptr || fArticleWorker != nullptr ||
         message->FindInt32("index", &visits) != B_OK)
         return;
-    ProxySetting proxy;
     if (!_ReadProxy(&proxy)) {
-        fPatrolWindow.SendMessage(B_QUIT_REQUESTED);
+        fPatrol.Stop();
         return;
     }
     const PatrolStep step = NextPatrolStep(fThreadView->BookmarkNumbers(), visits);
     switch (step.kind) {
     case PatrolStep::Kind::kVisit: _Visit(fThreadView->List()->ThreadAt(step.row)); break;
-    case PatrolStep::Kind::kFinish: fPatrolWindow.SendMessage(B_QUIT_REQUESTED); break;
+    case PatrolStep::Kind::kFinish: fPatrol.Stop(); break;
     case PatrolStep::Kind::kHalt: break;
     }
 }
@@ -93,29 +75,22 @@ void NPWindow::_Visit(NPThreadItem* item) {
     selection.AddInt32("res", item->Gotten());
     selection.AddBool("bookmark", true);
     ThreadSelected(&selection);
-    fVisit = fArticleWorker;
     fThreadView->SelectNumber(item->Number());
-    BMessage visiting(kMsgVisiting);
-    visiting.AddPointer("item", item);
-    visiting.AddString("title", item->ColumnText(kColumnTitle));
-    fPatrolWindow.SendMessage(&visiting);
+    fPatrol.Visit(*item, fArticleWorker);
     // A thread that can't even be asked for holds up nothing.
     if (fArticleWorker == nullptr)
-        _AskPatrolForNext();
+        fPatrol.StepEnded();
 }
 
 // The visit under way ends with the patrol, without an alert. A thread that the user has chosen
 // meanwhile goes on.
 void NPWindow::_EndPatrol() {
-    if (!fPatrolling)
+    if (!fPatrol.IsRunning())
         return;
-    fPatrolling = false;
-    fPatrolWindow = BMessenger();
-    if (fArticleWorker != nullptr && fArticleWorker == fVisit) {
+    if (fPatrol.End(fArticleWorker)) {
         _StopWorker(&fArticleWorker);
         PostProgressData("", 0);
     }
-    fVisit.reset();
     BMessage sort(kMsgBoardComplete);
     sort.AddBool("sort_modification", true);
     PostMessage(&sort, fThreadView);

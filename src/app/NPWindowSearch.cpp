@@ -16,20 +16,15 @@ void NPWindow::OpenPrefsWindow() {
 }
 
 void NPWindow::_OpenSearch() {
-    if (fThreadOnly || fSearchWindow.SendMessage(kMsgActivateWindow) == B_OK)
-        return;
-    NPSearchWindow* search = new NPSearchWindow(BMessenger(this));
-    fSearchWindow = BMessenger(search);
-    search->Show();
+    if (!fThreadOnly)
+        fSearchWindow.Open([this] { return new NPSearchWindow(BMessenger(this)); });
 }
 
 // The next window searches the titles from the top, but goes on in the article.
 void NPWindow::_SearchClosed(const BMessage* message) {
     BMessenger closed;
-    if (message->FindMessenger("window", &closed) != B_OK || !(closed == fSearchWindow))
-        return;
-    fSearchWindow = BMessenger();
-    fSearchPosition = -1;
+    if (message->FindMessenger("window", &closed) == B_OK && fSearchWindow.Leave(closed))
+        fSearchPosition = -1;
 }
 
 void NPWindow::_SearchStep(const BMessage* message) {

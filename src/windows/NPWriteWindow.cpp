@@ -83,9 +83,9 @@ void NPWriteWindow::Open(const WriteWindowSetup& setup) {
 }
 
 NPWriteWindow::NPWriteWindow(const WriteWindowSetup& setup)
-    : BWindow(UsableFrame(setup.frame),
-              CutAtCharacter(("書き込み - " + setup.title).c_str(), kLongestTitle).c_str(),
-              B_TITLED_WINDOW, B_ASYNCHRONOUS_CONTROLS),
+    : OnceWindow(UsableFrame(setup.frame),
+                 CutAtCharacter(("書き込み - " + setup.title).c_str(), kLongestTitle).c_str(),
+                 B_TITLED_WINDOW, B_ASYNCHRONOUS_CONTROLS),
       fTarget(setup.target), fRes(setup.res), fProxy(setup.proxy), fBrowser(setup.browser),
       fKeepFrame(setup.keepFrame), fDraft(setup.target), fNames("Name.log"), fMails("Mail.log") {
     BView* base = new BView(Bounds(), "base", B_FOLLOW_ALL_SIDES, B_WILL_DRAW);
@@ -197,8 +197,7 @@ void NPWriteWindow::MessageReceived(BMessage* message) {
     case kMsgPostFailed: _PostFailed(message); break;
     case kMsgPostDone: _PostDone(message); break;
 
-    case kMsgActivateWindow: Activate(true); break;
-    default: BWindow::MessageReceived(message);
+    default: OnceWindow::MessageReceived(message);
     }
 }
 
@@ -342,6 +341,6 @@ bool NPWriteWindow::QuitRequested() {
     fWorker.reset();
     if (fKeepFrame)
         fKeepFrame(Frame());
-    WriteWindowSlotOf(fTarget).Leave(this);
+    WriteWindowSlotOf(fTarget).Leave(BMessenger(this));
     return true;
 }

@@ -4,11 +4,11 @@
 #include "post/PostHistory.h"
 #include "post/PostTarget.h"
 #include "windows/NPWriteTextView.h"
+#include "windows/OnceWindow.h"
 #include "workers/Jobs.h"
 
 #include <Messenger.h>
 #include <String.h>
-#include <Window.h>
 
 #include <functional>
 #include <memory>
@@ -37,7 +37,7 @@ struct WriteWindowSetup {
 // thread's draft, some seconds after the last key too, until a post of it has been confirmed.
 // Deletes itself as it closes; everything runs on its thread, the post on a worker's that talks to
 // it by messages.
-class NPWriteWindow : public BWindow {
+class NPWriteWindow : public OnceWindow {
 public:
     // Opens the window for a thread, or brings the one to the front that is open already. Any
     // thread.

@@ -19,8 +19,10 @@ BMessenger WindowSlot::Window() {
     return fWindow.IsValid() ? fWindow : BMessenger();
 }
 
-void WindowSlot::Leave(BWindow* window) {
+bool WindowSlot::Leave(const BMessenger& window) {
     const BAutolock lock(fLock);
-    if (fWindow == BMessenger(window))
+    const bool isThere = fWindow == window;
+    if (isThere)
         fWindow = BMessenger();
+    return isThere;
 }
