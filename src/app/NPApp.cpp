@@ -17,6 +17,7 @@
 #include <Path.h>
 
 #include <cstdlib>
+#include <vector>
 
 namespace {
 
@@ -38,6 +39,13 @@ bool WithWindow(BWindow* window, Question question) {
     return answer;
 }
 
+// The settings live until the process ends: what still runs then may hold them.
+SettingsFile* KeepForever(SettingsFile* settings) {
+    static std::vector<SettingsFile*>& all = *new std::vector<SettingsFile*>;
+    all.push_back(settings);
+    return settings;
+}
+
 } // namespace
 
 NPApp::NPApp() : BApplication(kSignature) {}
@@ -56,10 +64,7 @@ void NPApp::_OpenFirstWindow() {
 void NPApp::InitPrefs() {
     if (CheckPath("2ch") != 0)
         std::_Exit(1);
-    // It lives until the process ends: what still runs then may hold it.
-    static SettingsFile* const sSettings =
-        new SettingsFile("Itamori", "2ch", B_USER_SETTINGS_DIRECTORY);
-    fSettings = sSettings;
+    fSettings = KeepForever(new SettingsFile("Itamori", "2ch", B_USER_SETTINGS_DIRECTORY));
     if (fSettings->InitCheck() == B_OK) {
         fSettings->Load();
         AddPrefsIfNotExists(fSettings);
