@@ -16,6 +16,7 @@ class NPArticleView;
 class NPBitmapButton;
 class NPBoardView;
 class NPProgressView;
+class NPThreadItem;
 class NPThreadView;
 class SettingsFile;
 class SplitPane;
@@ -55,9 +56,20 @@ public:
     void restartArticles(port_id request) override;
     void returnToPlace(port_id request) override;
 
+    // The row after this one of the thread list, null behind the last; the length of the article in
+    // bytes; the number of threads that are listed.
+    NPThreadItem* GetNextThreadItem(int32 index) const;
+    int32 GetCurrentArticleLength() const;
+    int32 GetCurrentThreadNumber() const;
     int32 GetWriteKeyBinding() const;
     // Always 0. A text that does not fit is left empty rather than cut: it would name another host.
     int32 GetProxy(bool* use, char (*host)[64], char (*port)[64]) const;
+
+    // Whether a worker is told through its port to stop; the port is then gone, and the busy cursor
+    // given back.
+    static bool PortReader(port_id port);
+    // Asks the application for the busy cursor, or gives one request back.
+    static void PostCursorMessage(bool busy);
 
     // Thread entry points; the argument is the job, which the thread frees as it exits.
     static int32 getSubject(void* job);
@@ -112,7 +124,7 @@ private:
     void _StartPatrol();
     void _BeginPatrol();
     void _VisitNext(const BMessage* message);
-    void _Visit(class NPThreadItem* item);
+    void _Visit(NPThreadItem* item);
     void _EndPatrol();
 
     // Search and preferences
@@ -148,7 +160,6 @@ private:
     NPBitmapButton* fNetworkButton = nullptr;
     std::unique_ptr<BBitmap> fOnlineBitmap;
     std::unique_ptr<BBitmap> fOfflineBitmap;
-    std::string fBoardName;
     std::shared_ptr<WorkerControl> fSubjectWorker; // null when there is none
     std::shared_ptr<WorkerControl> fArticleWorker;
     BookmarkPatrol fPatrol;

@@ -46,9 +46,21 @@ void NPWindow::Search(const char* text, uint8 where) {
         _SearchArticle(text);
 }
 
+NPThreadItem* NPWindow::GetNextThreadItem(int32 index) const {
+    return fThreadView->GetNextItem(index);
+}
+
+int32 NPWindow::GetCurrentArticleLength() const {
+    return fArticleView->TextLength();
+}
+
+int32 NPWindow::GetCurrentThreadNumber() const {
+    return fThreadView->CountItems();
+}
+
 void NPWindow::_SearchTitles(const char* text) {
     const auto titleAt = [this](int32 row) -> const char* {
-        const NPThreadItem* item = fThreadView->GetNextItem(row - 1);
+        const NPThreadItem* item = GetNextThreadItem(row - 1);
         return item != nullptr ? item->ColumnText(kColumnTitle) : nullptr;
     };
     const int32 row = NextTitleMatch(titleAt, text, &fSearchPosition);
@@ -58,7 +70,7 @@ void NPWindow::_SearchTitles(const char* text) {
 
 void NPWindow::_SearchArticle(const char* text) {
     const int32 start =
-        NextTextMatch(fArticleView->GetText(), fArticleView->TextLength(), text, &fSearchIndex);
+        NextTextMatch(fArticleView->GetText(), GetCurrentArticleLength(), text, &fSearchIndex);
     if (start >= 0)
         fArticleView->SelectText(start, start + static_cast<int32>(strlen(text)));
 }

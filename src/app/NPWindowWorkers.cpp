@@ -64,6 +64,20 @@ int32 NPWindow::getArticleCache(void* data) {
     return ArticleReplay(TakeOverJob<ThreadJob>(data, "getArticleCache")).Run();
 }
 
+bool NPWindow::PortReader(port_id port) {
+    const bool stops = IsToldToStop(port);
+    if (stops) {
+        close_port(port);
+        delete_port(port);
+        PostCursorMessage(false);
+    }
+    return stops;
+}
+
+void NPWindow::PostCursorMessage(bool busy) {
+    ::PostCursorMessage(busy);
+}
+
 // A replaced worker may still be under way to its next look at its port: neither its rows nor the
 // beginning of its list may touch the new one.
 bool NPWindow::_ListsFor(port_id request) const {
@@ -138,7 +152,6 @@ void NPWindow::BoardSelectedCache(BMessage* message) {
 
 void NPWindow::BookmarkSelected() {
     auto job = std::make_unique<SubjectJob>();
-    job->board = "ブックマーク";
     job->window = fLink;
     _StartSubject(std::move(job), getBookmark, "getBookmark");
 }
@@ -159,7 +172,6 @@ void NPWindow::_StartSubject(std::unique_ptr<SubjectJob> job, Entry entry, const
     job->control = std::make_shared<WorkerControl>("subject_port");
     if (!_Replace(&fSubjectWorker, job->control))
         return;
-    fBoardName = job->board;
     if (!SpawnWorker(entry, name, &job))
         fSubjectWorker.reset();
 }

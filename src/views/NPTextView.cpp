@@ -184,7 +184,6 @@ void NPTextView::_AppendLabelled(const char* label, const char* text, rgb_color 
 }
 
 void NPTextView::addNumItem(int32 number) {
-    fArticleCount++;
     fArticles.push_back({TextLength(), number});
     char text[16];
     const int length = snprintf(text, sizeof(text), "%d ", number);
@@ -260,7 +259,6 @@ void NPTextView::clearText() {
     _ClosePopUps();
     Delete(0, TextLength());
     clearList();
-    fArticleCount = 0;
     fPlace.reset();
     fHasMoved = false;
 }

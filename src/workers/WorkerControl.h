@@ -43,5 +43,8 @@ private:
     BMessenger fAlert;  // guarded by fAlertLock; the one that is open
 };
 
+// Whether a stop has come through a worker's port; waits for none.
+bool IsToldToStop(port_id port);
+
 // Asks the application for the busy cursor, or gives one request back. Any thread.
 void PostCursorMessage(bool busy);
