@@ -57,7 +57,7 @@ public:
     void returnToPlace(port_id request) override;
 
     // The row after this one of the thread list, null behind the last; the length of the article in
-    // bytes; the number of threads that are listed.
+    // bytes; the number of threads that are listed: none in a thread-only window.
     NPThreadItem* GetNextThreadItem(int32 index) const;
     int32 GetCurrentArticleLength() const;
     int32 GetCurrentThreadNumber() const;

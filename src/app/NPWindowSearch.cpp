@@ -47,7 +47,7 @@ void NPWindow::Search(const char* text, uint8 where) {
 }
 
 NPThreadItem* NPWindow::GetNextThreadItem(int32 index) const {
-    return fThreadView->GetNextItem(index);
+    return fThreadView != nullptr ? fThreadView->GetNextItem(index) : nullptr;
 }
 
 int32 NPWindow::GetCurrentArticleLength() const {
@@ -55,7 +55,7 @@ int32 NPWindow::GetCurrentArticleLength() const {
 }
 
 int32 NPWindow::GetCurrentThreadNumber() const {
-    return fThreadView->CountItems();
+    return fThreadView != nullptr ? fThreadView->CountItems() : 0;
 }
 
 void NPWindow::_SearchTitles(const char* text) {
