@@ -1,4 +1,5 @@
 #include "browser/BrowserWindow.h"
+#include "messages/Messages.h"
 #include "text/ToUtf8.h"
 #include "text/html.h"
 #include "workers/ArticleWorkers.h"
@@ -45,6 +46,12 @@ void ArticleReader::_ShowLine(char* line, int32 length, bool convert) {
 void ArticleReader::ForgetLines() {
     fCount = 0;
     fOverlong = OverlongLine(); // a cut may have left the beginning of one
+}
+
+int32 ArticleReader::EndWithoutBoard() {
+    BMessage complete(kMsgThreadComplete);
+    Complete(&complete);
+    return -1;
 }
 
 void ArticleReader::EndArticles() {

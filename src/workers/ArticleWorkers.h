@@ -23,6 +23,8 @@ protected:
     // A line, or a part of one that is longer. A complete line is counted, and shown if it parses;
     // of an overlong one its beginning is. The part is terminated here and needs room for that.
     void ShowPart(char* part, int32 length);
+    // The job names no board: the result of its thread, with the completion posted.
+    int32 EndWithoutBoard();
     // Tells the pane that all posts have come.
     void EndArticles();
     // The next part begins the first line of a thread again.

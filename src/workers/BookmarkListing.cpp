@@ -111,7 +111,7 @@ void BookmarkListing::_Add(const BNode& node, const char* titleName) {
 }
 
 void BookmarkListing::_Complete() {
-    SetTitle("ブックマーク (%ld)", static_cast<long>(fCount));
+    SetTitle("ブックマーク (" + std::to_string(fCount) + ")");
     BMessage complete(kMsgBoardComplete);
     complete.AddBool("sort_modification", true);
     complete.AddBool("bookmark", true);

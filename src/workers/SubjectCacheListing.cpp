@@ -15,23 +15,24 @@ int32 SubjectCacheListing::Run() {
         Fail(kMsgBoardComplete);
         return -1;
     }
+    const std::string place = std::string(fUrl.Host()) + "/" + fUrl.Board();
     BDirectory folder;
     const status_t status = NPCache::FindDatDirectory(fUrl.Host(), fUrl.Board(), &folder);
     if (status != B_OK && status != B_ENTRY_NOT_FOUND) {
-        ShowAlert(this, std::string("読み込み失敗：") + fUrl.Host() + "/" + fUrl.Board());
+        ShowAlert(this, "読み込み失敗：" + place);
         Fail(kMsgBoardComplete);
         return -1;
     }
     BeginList();
-    ShowProgress("%s/%sを読み込み中", fUrl.Host(), fUrl.Board());
-    fprintf(stderr, "reading: %s/%s\n", fUrl.Host(), fUrl.Board());
+    ShowProgress(place + "を読み込み中");
+    fprintf(stderr, "reading: %s\n", place.c_str());
     BEntry entry;
     while (status == B_OK && folder.GetNextEntry(&entry) == B_OK) {
         if (MustStop())
             return 0;
         _AddFile(entry);
     }
-    SetTitle("%s (%ld)", fJob.board.c_str(), static_cast<long>(fCount));
+    ShowCount();
     BMessage complete(kMsgBoardComplete);
     complete.AddString("board", fJob.board.c_str());
     complete.AddString("url", fJob.url.c_str());

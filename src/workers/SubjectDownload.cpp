@@ -19,7 +19,7 @@ int32 SubjectDownload::Run() {
         progress = _ReadLines(&http);
     if (progress != Progress::kGoOn)
         return progress == Progress::kStopped ? 0 : -1;
-    SetTitle("%s (%ld)", fJob.board.c_str(), static_cast<long>(fCount));
+    ShowCount();
     BMessage complete(kMsgBoardComplete);
     complete.AddString("url", fJob.url.c_str());
     Complete(&complete);
@@ -45,9 +45,9 @@ Progress SubjectDownload::_CheckStatus(NPHttp* http) {
 }
 
 Progress SubjectDownload::_ReadLines(NPHttp* http) {
-    SetTitle("%s", fJob.board.c_str());
+    SetTitle(fJob.board);
     BeginList();
-    ShowProgress("%sから受信中", fUrl.Host());
+    ShowProgress(std::string(fUrl.Host()) + "から受信中");
     ServerLine line;
     _SubjectOut subject;
     for (;;) {

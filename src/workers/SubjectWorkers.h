@@ -14,6 +14,8 @@ public:
 
 protected:
     void BeginList() { AddThread(0, fJob.url.c_str(), nullptr, nullptr); }
+    // In the window's title, behind the board's name.
+    void ShowCount() { SetTitle(fJob.board + " (" + std::to_string(fCount) + ")"); }
     void AddThread(int32 number, const char* title, const char* count, const char* dat);
 
     const SubjectJob& fJob;

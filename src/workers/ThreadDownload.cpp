@@ -17,11 +17,8 @@ constexpr const char* kNotKeptWords = "キャッシュに書き込めません";
 ThreadDownload::ThreadDownload(const ThreadJob& job) : ArticleReader(job) {}
 
 int32 ThreadDownload::Run() {
-    if (fUrl.Status() != 0) {
-        BMessage complete(kMsgThreadComplete);
-        Complete(&complete);
-        return -1;
-    }
+    if (fUrl.Status() != 0)
+        return EndWithoutBoard();
     DownloadEnd end = DownloadEnd::kCacheChanged;
     for (int i = 0; i < kMostAttempts && end == DownloadEnd::kCacheChanged; i++)
         end = _Attempt();
@@ -133,7 +130,7 @@ bool ThreadDownload::_IsAsAsked() {
 }
 
 DownloadEnd ThreadDownload::_ReadBody(NPHttp* http) {
-    ShowProgress("%sから受信中", fUrl.Host());
+    ShowProgress(std::string(fUrl.Host()) + "から受信中");
     if (ReplacesCache()) {
         _StartOver();
         fReplaced = std::move(fCache);
@@ -263,7 +260,7 @@ DownloadEnd ThreadDownload::_Replace(DownloadEnd end) {
 Progress ThreadDownload::Fail(uint32 completion) {
     if (fCount > 0)
         EndArticles();
-    ShowProgress("%s", fEnding);
+    ShowProgress(fEnding);
     BMessage complete(completion);
     Complete(&complete);
     return Progress::kFailed;
@@ -292,5 +289,5 @@ void ThreadDownload::_Complete(DownloadEnd end) {
     if (IsPartialEnd(end))
         complete.AddBool("cut", true);
     Complete(&complete);
-    ShowProgress("%s", fEnding);
+    ShowProgress(fEnding);
 }

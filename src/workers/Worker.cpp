@@ -4,39 +4,17 @@
 #include "net/NPHttp.h"
 #include "workers/Exchange.h"
 
-#include <cstdarg>
 #include <cstdio>
-
-namespace {
-
-std::string Format(const char* format, va_list arguments) {
-    va_list again;
-    va_copy(again, arguments);
-    std::string text(vsnprintf(nullptr, 0, format, arguments), '\0');
-    vsnprintf(text.data(), text.size() + 1, format, again);
-    va_end(again);
-    return text;
-}
-
-} // namespace
 
 Worker::Worker(std::shared_ptr<WindowLink> window, std::shared_ptr<WorkerControl> control)
     : fWindow(std::move(window)), fControl(std::move(control)) {}
 
-void Worker::ShowProgress(const char* format, ...) {
-    va_list arguments;
-    va_start(arguments, format);
-    const std::string text = Format(format, arguments);
-    va_end(arguments);
+void Worker::ShowProgress(const std::string& text) {
     _Tell([&](BrowserWindow* window) { window->PostProgressData(text.c_str(), 0); });
 }
 
-void Worker::SetTitle(const char* format, ...) {
-    va_list arguments;
-    va_start(arguments, format);
-    const std::string text = Format(format, arguments);
-    va_end(arguments);
-    _Tell([&](BrowserWindow* window) { window->SetTitle(text.c_str()); });
+void Worker::SetTitle(const std::string& title) {
+    _Tell([&](BrowserWindow* window) { window->SetTitle(title.c_str()); });
 }
 
 // The window's thread stops workers: with the window locked, the answer holds.
@@ -72,7 +50,7 @@ void Worker::BeginReading(NPHttp* http, const ProxySetting& proxy, const char* h
 Progress Worker::Ask(NPHttp* http, const char* host, uint32 completion) {
     const auto tell = [&](ExchangeStep step) {
         if (step == ExchangeStep::kConnect)
-            ShowProgress("%sへ接続中", host);
+            ShowProgress(std::string(host) + "へ接続中");
     };
     switch (Exchange(http, fControl.get(), tell)) {
     case ExchangeEnd::kHead: return Progress::kGoOn;

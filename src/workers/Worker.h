@@ -7,6 +7,8 @@
 #include <Message.h>
 #include <SupportDefs.h>
 
+#include <string>
+
 class NPHttp;
 
 // How far a worker got.
@@ -25,10 +27,10 @@ protected:
     port_id Request() const { return fControl->Port(); }
     WindowLink& Window() { return *fWindow; }
 
-    // The window's status line. `format` is printf's.
-    void ShowProgress(const char* format, ...) __attribute__((format(printf, 2, 3)));
-    void ClearProgress() { ShowProgress("%s", ""); }
-    void SetTitle(const char* format, ...) __attribute__((format(printf, 2, 3)));
+    // The window's status line.
+    void ShowProgress(const std::string& text);
+    void ClearProgress() { ShowProgress(""); }
+    void SetTitle(const std::string& title);
     // Posts the completion message, naming this worker by its port.
     void Complete(BMessage* message);
     // The ending of every failure: an empty status line, but for what a job has to say in it, and a
