@@ -6,8 +6,8 @@
 class BEntry;
 class BMessage;
 
-// Lists a board's threads: downloads its subject.txt, or reads its cache folder. A list begins with
-// an item of number 0; lines that don't parse use up their number.
+// What both listings of a board's threads share. A list begins with an item of number 0; lines that
+// don't parse use up their number.
 class SubjectReader : public Worker {
 public:
     explicit SubjectReader(const SubjectJob& job);
@@ -23,6 +23,7 @@ protected:
     int32 fCount = 0;
 };
 
+// Downloads the board's subject.txt.
 class SubjectDownload : public SubjectReader {
 public:
     using SubjectReader::SubjectReader;
@@ -34,6 +35,7 @@ private:
     Progress _ReadLines(class NPHttp* http);
 };
 
+// Reads the board's cache folder.
 class SubjectCacheListing : public SubjectReader {
 public:
     using SubjectReader::SubjectReader;
