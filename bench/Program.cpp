@@ -2,9 +2,9 @@
 #include "Parts.h"
 #include "Scratch.h"
 
-#include "app/Messages.h"
 #include "app/NPApp.h"
 #include "app/NPWindow.h"
+#include "messages/Messages.h"
 #include "server/Testing.h"
 #include "views/NPArticleView.h"
 #include "views/NPProgressView.h"

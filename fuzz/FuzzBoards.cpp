@@ -1,9 +1,9 @@
 // An extra board file, and the list that names such files.
 #include "Fuzz.h"
 
-#include "cache/PathNames.h"
 #include "net/NPUrl.h"
 #include "net/ThreadAddress.h"
+#include "text/PathNames.h"
 #include "views/BoardFiles.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size) {

@@ -3,9 +3,9 @@
 
 #include <OS.h>
 
-#include "app/Messages.h"
 #include "app/NPApp.h"
 #include "app/NPWindow.h"
+#include "messages/Messages.h"
 #include "server/Testing.h"
 #include "views/NPArticleView.h"
 #include "views/NPBoardView.h"

@@ -1,9 +1,9 @@
 #include "app/NPApp.h"
 
 #include "app/DefaultSettings.h"
-#include "app/Messages.h"
 #include "app/NPWindow.h"
 #include "app/TimeCursors.h"
+#include "messages/Messages.h"
 #include "views/BoardFiles.h"
 #include "widgets/Alerts.h"
 #include "windows/NPAboutWindow.h"
@@ -17,6 +17,7 @@
 #include <Path.h>
 
 #include <cstdlib>
+#include <vector>
 
 namespace {
 
@@ -38,6 +39,13 @@ bool WithWindow(BWindow* window, Question question) {
     return answer;
 }
 
+// The settings live until the process ends: what still runs then may hold them.
+SettingsFile* KeepForever(SettingsFile* settings) {
+    static std::vector<SettingsFile*>& all = *new std::vector<SettingsFile*>;
+    all.push_back(settings);
+    return settings;
+}
+
 } // namespace
 
 NPApp::NPApp() : BApplication(kSignature) {}
@@ -56,10 +64,7 @@ void NPApp::_OpenFirstWindow() {
 void NPApp::InitPrefs() {
     if (CheckPath("2ch") != 0)
         std::_Exit(1);
-    // It lives until the process ends: what still runs then may hold it.
-    static SettingsFile* const sSettings =
-        new SettingsFile("Itamori", "2ch", B_USER_SETTINGS_DIRECTORY);
-    fSettings = sSettings;
+    fSettings = KeepForever(new SettingsFile("Itamori", "2ch", B_USER_SETTINGS_DIRECTORY));
     if (fSettings->InitCheck() == B_OK) {
         fSettings->Load();
         AddPrefsIfNotExists(fSettings);
@@ -78,9 +83,9 @@ int32 NPApp::CheckPath(const char* name) {
     if (status == B_OK)
         return 0;
     if (status != B_ENTRY_NOT_FOUND)
-        ShowAlert("%s\nにアクセスできません。\n", path.Path());
+        ShowAlertToAll(path.Path() + std::string("\nにアクセスできません。\n"));
     else if (create_directory(path.Path(), 0755) != B_OK)
-        ShowAlert("%s\nが作れません。\n", path.Path());
+        ShowAlertToAll(path.Path() + std::string("\nが作れません。\n"));
     else
         return 0;
     return -1;
@@ -260,7 +265,7 @@ void NPApp::_UpdateBoardMenu(BMessage* message) {
         return;
     const std::string refusal = FindProxy(*fSettings, &setup.proxy);
     if (!refusal.empty()) {
-        LeaveAlert(refusal.c_str()); // everyone waits for this thread, and so does the end
+        LeaveAlert(refusal); // everyone waits for this thread, and so does the end
         return;
     }
     _OpenUpdateWindow(&setup).SendMessage(kMsgBeginUpdate);
@@ -269,7 +274,7 @@ void NPApp::_UpdateBoardMenu(BMessage* message) {
 
 BMessenger NPApp::_OpenUpdateWindow(NPUpdateWindow::Setup* setup) {
     setup->application = be_app_messenger;
-    setup->folder = BoardFolder();
+    setup->folder = BbsFolder();
     fUpdateWindow = new NPUpdateWindow(*setup);
     const BMessenger messenger(fUpdateWindow);
     fUpdateWindow->Show();

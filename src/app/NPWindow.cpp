@@ -1,7 +1,7 @@
 #include "app/NPWindow.h"
 
-#include "app/Messages.h"
 #include "app/NPApp.h"
+#include "messages/Messages.h"
 #include "settings/SettingsFile.h"
 #include "views/NPArticleView.h"
 #include "views/NPBitmapButton.h"
@@ -66,7 +66,7 @@ void CopySetting(const SettingsFile& settings, const char* key, char (*buffer)[6
 } // namespace
 
 NPWindow::NPWindow(BRect frame, SettingsFile* settings, bool threadOnly, const BMessenger& parent)
-    : BWindow(UsableFrame(frame), "Itamori", B_DOCUMENT_WINDOW, 0), fSettings(settings),
+    : BrowserWindow(UsableFrame(frame), "Itamori", B_DOCUMENT_WINDOW, 0), fSettings(settings),
       fThreadOnly(threadOnly), fParent(parent), fLink(std::make_shared<WindowLink>(this)) {
     AddMenuBar();
     AddView();
@@ -129,7 +129,7 @@ void NPWindow::MessageReceived(BMessage* message) {
     case kMsgToggleOnline: ToggleOnlineMode(); break;
     case kMsgToggleClick: ToggleClickMode(); break;
     case kMsgBoardMenuChanged: _ReloadBoards(); break;
-    default: BWindow::MessageReceived(message);
+    default: BrowserWindow::MessageReceived(message);
     }
 }
 
@@ -233,11 +233,10 @@ bool NPWindow::QuitRequested() {
         return false;
     _StopWorker(&fSubjectWorker);
     _StopWorker(&fArticleWorker);
-    if (fPatrolling)
-        fPatrolWindow.SendMessage(B_QUIT_REQUESTED);
-    fSearchWindow.SendMessage(B_QUIT_REQUESTED);
+    fPatrol.Stop();
+    fSearchWindow.Window().SendMessage(B_QUIT_REQUESTED);
     if (!fThreadOnly)
         _SaveLayout();
     be_app_messenger.SendMessage(kMsgWindowClosed);
-    return BWindow::QuitRequested();
+    return BrowserWindow::QuitRequested();
 }

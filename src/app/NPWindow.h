@@ -1,9 +1,11 @@
 #pragma once
 
+#include "app/BookmarkPatrol.h"
+#include "browser/BrowserWindow.h"
+#include "windows/WindowSlot.h"
 #include "workers/Jobs.h"
 
 #include <Messenger.h>
-#include <Window.h>
 
 #include <memory>
 
@@ -14,19 +16,19 @@ class NPArticleView;
 class NPBitmapButton;
 class NPBoardView;
 class NPProgressView;
+class NPThreadItem;
 class NPThreadView;
 class SettingsFile;
-struct PostTarget;
 class SplitPane;
-struct _ArticleOut;
 
 // A browser window: the board list, the thread list of the board chosen there, and the posts of the
 // thread chosen there, with a status line below. A thread-only window shows the posts of one
 // thread. Starts, replaces and stops the workers; saves its layout into the shared settings as it
 // closes.
 //
-// Everything runs on the window's thread, but for the static functions, which workers call.
-class NPWindow : public BWindow {
+// Everything runs on the window's thread, but for the thread entry points, and for what workers
+// call with the window locked.
+class NPWindow : public BrowserWindow {
 public:
     // The settings are shared and outlive the window. The parent is told when a thread-only
     // window's thread has been read; it may be invalid.
@@ -37,37 +39,37 @@ public:
     void MenusBeginning() override;
     bool QuitRequested() override;
 
-    bool GetOnlineMode() const; // true without the setting
-    int8 GetClickMode() const;  // 1 or 2
+    // See BrowserWindow.
+    bool GetOnlineMode() const override;
+    int8 GetClickMode() const override;
+    bool GetBoardExpand(const char* name) const override;
+    int32 GetFontInfo(char (*family)[64], char (*style)[64], float* size) const override;
+    void OpenWriteWindow(const PostTarget& target, const char* title, int32 posts) override;
+    void PostProgressData(const char* text, int32 value) override;
+    void addThreadItem(port_id request, int32 number, const char* title, const char* count,
+                       const char* dat) override;
+    void addBookmarkItem(port_id request, int32 number, const char* title, const char* server,
+                         const char* board, const char* dat, const char* count,
+                         time_t modified) override;
+    void addArticleItem(port_id request, const char* title, int32 number,
+                        const _ArticleOut& article) override;
+    void restartArticles(port_id request) override;
+    void returnToPlace(port_id request) override;
+
+    // The row after this one of the thread list, null behind the last; the length of the article in
+    // bytes; the number of threads that are listed: none in a thread-only window.
+    NPThreadItem* GetNextThreadItem(int32 index) const;
+    int32 GetCurrentArticleLength() const;
+    int32 GetCurrentThreadNumber() const;
     int32 GetWriteKeyBinding() const;
-    bool GetBoardExpand(const char* name) const;
     // Always 0. A text that does not fit is left empty rather than cut: it would name another host.
     int32 GetProxy(bool* use, char (*host)[64], char (*port)[64]) const;
-    int32 GetFontInfo(char (*family)[64], char (*style)[64], float* size) const;
 
-    // For the thread that the article pane shows, with the posts that it has. The window's thread.
-    void OpenWriteWindow(const PostTarget& target, const char* title, int32 posts);
-
-    // The status line; with the window locked.
-    void PostProgressData(const char* text, int32 value);
-
-    // By workers: under the item lock, then the window's. The request is the worker's port; number
-    // 0 begins a new thread list, with the board's URL as its title.
-    static void addThreadItem(WindowLink* link, port_id request, int32 number, const char* title,
-                              const char* count, const char* dat);
-    // Number 0, without texts, begins the list of bookmarks. The time is the cached copy's, 0
-    // without one.
-    static void addBookmarkItem(WindowLink* link, port_id request, int32 number, const char* title,
-                                const char* server, const char* board, const char* dat,
-                                const char* count, time_t modified);
-    // An article without any text ends the thread.
-    static void addArticleItem(WindowLink* link, port_id request, const char* title, int32 number,
-                               const _ArticleOut& article);
-
-    // The posts that the request has brought so far go; others follow.
-    static void restartArticles(WindowLink* link, port_id request);
-    // The cached posts are on the pane: scrolls to where the reader left them.
-    static void returnToPlace(WindowLink* link, port_id request);
+    // Whether a worker is told through its port to stop; the port is then gone, and the busy cursor
+    // given back.
+    static bool PortReader(port_id port);
+    // Asks the application for the busy cursor, or gives one request back.
+    static void PostCursorMessage(bool busy);
 
     // Thread entry points; the argument is the job, which the thread frees as it exits.
     static int32 getSubject(void* job);
@@ -100,10 +102,15 @@ private:
     void BoardSelectedCache(BMessage* message);
     void ThreadSelected(BMessage* message);
     void ThreadSelectedCache(BMessage* message);
-    void _StartSubject(BMessage* message, Entry entry, const char* name, bool online);
-    bool _CanAskFor(const BMessage* message);
-    std::unique_ptr<ThreadJob> _MakeThreadJob(BMessage* message);
+    bool _ReadProxy(ProxySetting* proxy);
+    std::unique_ptr<SubjectJob> _MakeSubjectJob(const BMessage* message) const;
+    void _StartSubject(std::unique_ptr<SubjectJob> job, Entry entry, const char* name);
+    std::unique_ptr<ThreadJob> _MakeThreadJob(const BMessage* message) const;
+    void _RefuseName(const BMessage* message);
+    void _NameWindow(const BMessage* message);
     void _StartThread(std::unique_ptr<ThreadJob> job, Entry entry, const char* name);
+    bool _Replace(std::shared_ptr<WorkerControl>* worker,
+                  const std::shared_ptr<WorkerControl>& next);
     bool _ListsFor(port_id request) const;
     void _StopWorker(std::shared_ptr<WorkerControl>* worker);
     bool _EndWorker(std::shared_ptr<WorkerControl>* worker, const BMessage* completion);
@@ -115,9 +122,9 @@ private:
     void _ListBookmarks();
     void OpenBookmarkFolder();
     void _StartPatrol();
-    void _AskPatrolForNext();
+    void _BeginPatrol();
     void _VisitNext(const BMessage* message);
-    void _Visit(class NPThreadItem* item);
+    void _Visit(NPThreadItem* item);
     void _EndPatrol();
 
     // Search and preferences
@@ -153,14 +160,10 @@ private:
     NPBitmapButton* fNetworkButton = nullptr;
     std::unique_ptr<BBitmap> fOnlineBitmap;
     std::unique_ptr<BBitmap> fOfflineBitmap;
-    std::string fBoardName;
     std::shared_ptr<WorkerControl> fSubjectWorker; // null when there is none
     std::shared_ptr<WorkerControl> fArticleWorker;
-    BMessenger fPatrolWindow; // meaningful while patrolling
-    bool fPatrolling = false;
-    bool fAsksPatrol = false;              // it is to say which visit comes next
-    std::shared_ptr<WorkerControl> fVisit; // the patrol's last one
-    BMessenger fSearchWindow;              // invalid without one
-    int32 fSearchPosition = -1;            // the row of the last match; −1: from the top
-    int32 fSearchIndex = 0;                // the article's byte where the next step looks
+    BookmarkPatrol fPatrol;
+    WindowSlot fSearchWindow;
+    int32 fSearchPosition = -1; // the row of the last match; −1: from the top
+    int32 fSearchIndex = 0;     // the article's byte where the next step looks
 };

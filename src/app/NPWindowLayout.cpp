@@ -1,5 +1,5 @@
-#include "app/Messages.h"
 #include "app/NPWindow.h"
+#include "messages/Messages.h"
 #include "settings/SettingsFile.h"
 #include "views/Icons.h"
 #include "views/NPArticleView.h"
@@ -58,7 +58,6 @@ constexpr MenuEntry kMenus[] = {
 constexpr const char* kWidthKeys[] = {"column_no",     "column_thread",   "column_res",
                                       "column_gotten", "column_modified", "column_dat"};
 constexpr const char* kBoardColumn = "board_column"; // made by the first window that closes
-constexpr int32 kColumnCount = 8;
 
 std::string OrderKey(int32 column) {
     return "column_order" + std::to_string(column);
@@ -182,8 +181,8 @@ int32 NPWindow::SetColumn() {
             return status;
     }
     fThreadView->SetColumnWidth(widths);
-    int32 order[kColumnCount];
-    for (int32 i = 0; i < kColumnCount; i++)
+    int32 order[kThreadColumnCount];
+    for (int32 i = 0; i < kThreadColumnCount; i++)
         order[i] = Setting(*fSettings, OrderKey(i).c_str(), i);
     fThreadView->SetColumnOrder(order);
     return B_OK;
@@ -199,9 +198,9 @@ void NPWindow::_SaveLayout() {
     fThreadView->GetColumnWidth(widths);
     for (size_t i = 0; i < std::size(kWidthKeys); i++)
         fSettings->Replace(kWidthKeys[i], widths[i]);
-    int32 order[kColumnCount];
+    int32 order[kThreadColumnCount];
     fThreadView->GetColumnOrder(order);
-    for (int32 i = 0; i < kColumnCount; i++)
+    for (int32 i = 0; i < kThreadColumnCount; i++)
         fSettings->Replace(OrderKey(i).c_str(), order[i]);
     _SaveCategories();
     fSettings->PutAt(kBoardColumn, 0, fBoardView->GetColumnWidth());

@@ -1,9 +1,15 @@
 #include "app/NPApp.h"
 #include "app/NPWindow.h"
-#include "settings/SettingsFile.h"
 #include "windows/NPWriteWindow.h"
 
 #include <Application.h>
+
+namespace {
+// Null as the program ends.
+NPApp* Application() {
+    return dynamic_cast<NPApp*>(be_app);
+}
+} // namespace
 
 void NPWindow::OpenWriteWindow(const PostTarget& target, const char* title, int32 posts) {
     WriteWindowSetup setup;
@@ -11,7 +17,7 @@ void NPWindow::OpenWriteWindow(const PostTarget& target, const char* title, int3
     setup.title = title;
     setup.res = posts;
     setup.browser = BMessenger(this);
-    if (!ReadProxy(*fSettings, &setup.proxy))
+    if (!_ReadProxy(&setup.proxy))
         return;
     char family[64];
     char style[64];
@@ -22,7 +28,11 @@ void NPWindow::OpenWriteWindow(const PostTarget& target, const char* title, int3
         setup.font.SetSize(size);
     if (GetWriteKeyBinding() == 1)
         setup.bindings = NPWriteTextView::Bindings::kEmacs;
-    if (const NPApp* application = dynamic_cast<NPApp*>(be_app))
+    if (const NPApp* application = Application())
         application->GetWriteWindowRect(&setup.frame);
+    setup.keepFrame = [](BRect frame) {
+        if (NPApp* application = Application())
+            application->SetWriteWindowRect(frame);
+    };
     NPWriteWindow::Open(setup);
 }

@@ -1,5 +1,5 @@
-#include "app/Messages.h"
 #include "app/NPWindow.h"
+#include "messages/Messages.h"
 #include "views/NPArticleView.h"
 #include "views/NPThreadView.h"
 #include "windows/NPPrefsWindow.h"
@@ -16,20 +16,15 @@ void NPWindow::OpenPrefsWindow() {
 }
 
 void NPWindow::_OpenSearch() {
-    if (fThreadOnly || fSearchWindow.SendMessage(kMsgActivateWindow) == B_OK)
-        return;
-    NPSearchWindow* search = new NPSearchWindow(BMessenger(this));
-    fSearchWindow = BMessenger(search);
-    search->Show();
+    if (!fThreadOnly)
+        fSearchWindow.Open([this] { return new NPSearchWindow(BMessenger(this)); });
 }
 
 // The next window searches the titles from the top, but goes on in the article.
 void NPWindow::_SearchClosed(const BMessage* message) {
     BMessenger closed;
-    if (message->FindMessenger("window", &closed) != B_OK || !(closed == fSearchWindow))
-        return;
-    fSearchWindow = BMessenger();
-    fSearchPosition = -1;
+    if (message->FindMessenger("window", &closed) == B_OK && fSearchWindow.Leave(closed))
+        fSearchPosition = -1;
 }
 
 void NPWindow::_SearchStep(const BMessage* message) {
@@ -51,9 +46,21 @@ void NPWindow::Search(const char* text, uint8 where) {
         _SearchArticle(text);
 }
 
+NPThreadItem* NPWindow::GetNextThreadItem(int32 index) const {
+    return fThreadView != nullptr ? fThreadView->GetNextItem(index) : nullptr;
+}
+
+int32 NPWindow::GetCurrentArticleLength() const {
+    return fArticleView->TextLength();
+}
+
+int32 NPWindow::GetCurrentThreadNumber() const {
+    return fThreadView != nullptr ? fThreadView->CountItems() : 0;
+}
+
 void NPWindow::_SearchTitles(const char* text) {
     const auto titleAt = [this](int32 row) -> const char* {
-        const NPThreadItem* item = fThreadView->GetNextItem(row - 1);
+        const NPThreadItem* item = GetNextThreadItem(row - 1);
         return item != nullptr ? item->ColumnText(kColumnTitle) : nullptr;
     };
     const int32 row = NextTitleMatch(titleAt, text, &fSearchPosition);
@@ -63,7 +70,7 @@ void NPWindow::_SearchTitles(const char* text) {
 
 void NPWindow::_SearchArticle(const char* text) {
     const int32 start =
-        NextTextMatch(fArticleView->GetText(), fArticleView->TextLength(), text, &fSearchIndex);
+        NextTextMatch(fArticleView->GetText(), GetCurrentArticleLength(), text, &fSearchIndex);
     if (start >= 0)
         fArticleView->SelectText(start, start + static_cast<int32>(strlen(text)));
 }

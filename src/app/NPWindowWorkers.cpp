@@ -1,16 +1,16 @@
-#include "app/Messages.h"
 #include "app/NPWindow.h"
+#include "messages/Messages.h"
 #include "settings/SettingsFile.h"
 #include "text/Utf8Cut.h"
 #include "views/NPArticleView.h"
 #include "views/NPBoardView.h"
 #include "views/NPThreadView.h"
+#include "widgets/Alerts.h"
 #include "workers/ArticleWorkers.h"
 #include "workers/BookmarkListing.h"
 #include "workers/SubjectWorkers.h"
 #include "workers/WorkerThread.h"
 
-#include <Autolock.h>
 #include <OS.h>
 
 #include <cstdio>
@@ -30,6 +30,12 @@ bool FindName(const BMessage* message, const char* field, size_t longest, std::s
         return true;
     fprintf(stderr, "refused a \"%s\" of %zu bytes\n", field, name->size());
     return false;
+}
+
+// A thread whose names can't be those of a file is not asked for: what came could not be kept.
+bool CanBeKept(const ThreadJob& job) {
+    const NPUrl url(job.url.c_str());
+    return url.Status() != 0 || NPCache::CanHold(url.Host(), url.Board(), job.dat.c_str());
 }
 
 } // namespace
@@ -58,48 +64,58 @@ int32 NPWindow::getArticleCache(void* data) {
     return ArticleReplay(TakeOverJob<ThreadJob>(data, "getArticleCache")).Run();
 }
 
+bool NPWindow::PortReader(port_id port) {
+    const bool stops = IsToldToStop(port);
+    if (stops) {
+        close_port(port);
+        delete_port(port);
+        PostCursorMessage(false);
+    }
+    return stops;
+}
+
+void NPWindow::PostCursorMessage(bool busy) {
+    ::PostCursorMessage(busy);
+}
+
 // A replaced worker may still be under way to its next look at its port: neither its rows nor the
 // beginning of its list may touch the new one.
 bool NPWindow::_ListsFor(port_id request) const {
     return fSubjectWorker != nullptr && fSubjectWorker->Port() == request;
 }
 
-void NPWindow::addThreadItem(WindowLink* link, port_id request, int32 number, const char* title,
-                             const char* count, const char* dat) {
-    const BAutolock lock(link->ThreadListLock());
-    link->Call([&](NPWindow* window) {
-        if (window->_ListsFor(request))
-            window->fThreadView->addThreadItem(request, number, title, count, dat);
-    });
+void NPWindow::addThreadItem(port_id request, int32 number, const char* title, const char* count,
+                             const char* dat) {
+    if (_ListsFor(request))
+        fThreadView->addThreadItem(request, number, title, count, dat);
 }
 
-void NPWindow::addBookmarkItem(WindowLink* link, port_id request, int32 number, const char* title,
-                               const char* server, const char* board, const char* dat,
-                               const char* count, time_t modified) {
-    const BAutolock lock(link->ThreadListLock());
-    link->Call([&](NPWindow* window) {
-        if (window->_ListsFor(request))
-            window->fThreadView->addBookmarkItem(request, number, title, count, dat, server, board,
-                                                 modified);
-    });
+void NPWindow::addBookmarkItem(port_id request, int32 number, const char* title, const char* server,
+                               const char* board, const char* dat, const char* count,
+                               time_t modified) {
+    if (_ListsFor(request))
+        fThreadView->addBookmarkItem(request, number, title, count, dat, server, board, modified);
 }
 
-void NPWindow::addArticleItem(WindowLink* link, port_id request, const char* title, int32 number,
+void NPWindow::addArticleItem(port_id request, const char* title, int32 number,
                               const _ArticleOut& article) {
-    const BAutolock lock(link->ArticleLock());
-    link->Call([&](NPWindow* window) {
-        window->fArticleView->addArticleItem(request, title, number, article);
-    });
+    fArticleView->addArticleItem(request, title, number, article);
 }
 
-void NPWindow::restartArticles(WindowLink* link, port_id request) {
-    const BAutolock lock(link->ArticleLock());
-    link->Call([&](NPWindow* window) { window->fArticleView->Restart(request); });
+void NPWindow::restartArticles(port_id request) {
+    fArticleView->Restart(request);
 }
 
-void NPWindow::returnToPlace(WindowLink* link, port_id request) {
-    const BAutolock lock(link->ArticleLock());
-    link->Call([&](NPWindow* window) { window->fArticleView->ReturnToPlace(request); });
+void NPWindow::returnToPlace(port_id request) {
+    fArticleView->ReturnToPlace(request);
+}
+
+// False after telling the user: before anything is stopped or sent.
+bool NPWindow::_ReadProxy(ProxySetting* proxy) {
+    const std::string refusal = FindProxy(*fSettings, proxy);
+    if (!refusal.empty())
+        ShowAlert(this, refusal);
+    return refusal.empty();
 }
 
 void NPWindow::_StopWorker(std::shared_ptr<WorkerControl>* worker) {
@@ -108,58 +124,64 @@ void NPWindow::_StopWorker(std::shared_ptr<WorkerControl>* worker) {
     worker->reset();
 }
 
+// Puts a worker in the place of the one of its kind, which is stopped only now that nothing else
+// stands against the new one. False, with the old one going on, without a port to stop it by.
+bool NPWindow::_Replace(std::shared_ptr<WorkerControl>* worker,
+                        const std::shared_ptr<WorkerControl>& next) {
+    if (next->Port() < 0)
+        return false;
+    if (*worker != nullptr) {
+        _StopWorker(worker);
+        snooze(kStopTime);
+    }
+    *worker = next;
+    return true;
+}
+
 void NPWindow::BoardSelected(BMessage* message) {
-    _StartSubject(message, getSubject, "getSubject", true);
+    std::unique_ptr<SubjectJob> job = _MakeSubjectJob(message);
+    if (job != nullptr && _ReadProxy(&job->proxy))
+        _StartSubject(std::move(job), getSubject, "getSubject");
 }
 
 void NPWindow::BoardSelectedCache(BMessage* message) {
-    _StartSubject(message, getSubjectCache, "getSubjectCache", false);
+    std::unique_ptr<SubjectJob> job = _MakeSubjectJob(message);
+    if (job != nullptr)
+        _StartSubject(std::move(job), getSubjectCache, "getSubjectCache");
 }
 
-void NPWindow::_StartSubject(BMessage* message, Entry entry, const char* name, bool online) {
+void NPWindow::BookmarkSelected() {
+    auto job = std::make_unique<SubjectJob>();
+    job->window = fLink;
+    _StartSubject(std::move(job), getBookmark, "getBookmark");
+}
+
+// Null when no board may be listed, or the message names none.
+std::unique_ptr<SubjectJob> NPWindow::_MakeSubjectJob(const BMessage* message) const {
     auto job = std::make_unique<SubjectJob>();
     BString board;
-    if (fThreadOnly || fPatrolling || message->FindString("board", &board) != B_OK ||
-        !FindName(message, "url", kLongestUrl, &job->url) ||
-        (online && !ReadProxy(*fSettings, &job->proxy)))
-        return;
-    if (fSubjectWorker != nullptr) {
-        _StopWorker(&fSubjectWorker);
-        snooze(kStopTime);
-    }
-    fBoardName = CutAtCharacter(board.String(), kLongestBoardName);
-    job->board = fBoardName;
+    if (fThreadOnly || fPatrol.IsRunning() || message->FindString("board", &board) != B_OK ||
+        !FindName(message, "url", kLongestUrl, &job->url))
+        return nullptr;
+    job->board = CutAtCharacter(board.String(), kLongestBoardName);
     job->window = fLink;
-    job->control = fSubjectWorker = std::make_shared<WorkerControl>("subject_port");
+    return job;
+}
+
+void NPWindow::_StartSubject(std::unique_ptr<SubjectJob> job, Entry entry, const char* name) {
+    job->control = std::make_shared<WorkerControl>("subject_port");
+    if (!_Replace(&fSubjectWorker, job->control))
+        return;
     if (!SpawnWorker(entry, name, &job))
         fSubjectWorker.reset();
 }
 
-void NPWindow::BookmarkSelected() {
-    if (fSubjectWorker != nullptr) {
-        _StopWorker(&fSubjectWorker);
-        snooze(kStopTime);
-    }
-    auto job = std::make_unique<SubjectJob>();
-    fBoardName = "ブックマーク";
-    job->window = fLink;
-    job->control = fSubjectWorker = std::make_shared<WorkerControl>("subject_port");
-    if (!SpawnWorker(getBookmark, "getBookmark", &job))
-        fSubjectWorker.reset();
-}
-
-std::unique_ptr<ThreadJob> NPWindow::_MakeThreadJob(BMessage* message) {
+// Null when the message names no thread.
+std::unique_ptr<ThreadJob> NPWindow::_MakeThreadJob(const BMessage* message) const {
     auto job = std::make_unique<ThreadJob>();
     if (!FindName(message, "url", kLongestUrl, &job->url) ||
         !FindName(message, "dat", kLongestDat, &job->dat))
         return nullptr;
-    BString title;
-    if (fThreadOnly && message->FindString("title", &title) == B_OK)
-        SetTitle(CutAtCharacter(title.String(), kLongestTitle).c_str());
-    if (fArticleWorker != nullptr) {
-        _StopWorker(&fArticleWorker);
-        snooze(kStopTime);
-    }
     job->window = fLink;
     fSettings->Get("enable_cache", &job->cacheEnabled);
     message->FindBool("bookmark", &job->bookmark);
@@ -167,30 +189,15 @@ std::unique_ptr<ThreadJob> NPWindow::_MakeThreadJob(BMessage* message) {
     return job;
 }
 
-// A thread whose names can't be those of a file is not asked for: what came could not be kept. What
-// is on show, and what is under way, stays.
-bool NPWindow::_CanAskFor(const BMessage* message) {
-    std::string url;
-    std::string dat;
-    const bool areShort =
-        FindName(message, "url", kLongestUrl, &url) && FindName(message, "dat", kLongestDat, &dat);
-    const NPUrl parsed(url.c_str());
-    if (areShort &&
-        (parsed.Status() != 0 || NPCache::CanHold(parsed.Host(), parsed.Board(), dat.c_str())))
-        return true;
-    if (message->HasString("url") && message->HasString("dat"))
-        PostProgressData("この名前のスレッドは開けません", 0);
-    return false;
-}
-
 void NPWindow::ThreadSelected(BMessage* message) {
-    ProxySetting proxy;
-    if (!_CanAskFor(message) || !ReadProxy(*fSettings, &proxy))
-        return;
     std::unique_ptr<ThreadJob> job = _MakeThreadJob(message);
-    if (job == nullptr)
+    if (job == nullptr || !CanBeKept(*job)) {
+        _RefuseName(message);
         return;
-    job->proxy = proxy;
+    }
+    if (!_ReadProxy(&job->proxy))
+        return;
+    _NameWindow(message);
     if (job->dat.find("cgi") != job->dat.npos)
         _StartThread(std::move(job), getArticle_cgi, "getArticle_cgi");
     else
@@ -199,20 +206,37 @@ void NPWindow::ThreadSelected(BMessage* message) {
 
 void NPWindow::ThreadSelectedCache(BMessage* message) {
     std::unique_ptr<ThreadJob> job = _MakeThreadJob(message);
-    if (job != nullptr)
-        _StartThread(std::move(job), getArticleCache, "getArticleCache");
+    if (job == nullptr)
+        return;
+    _NameWindow(message);
+    _StartThread(std::move(job), getArticleCache, "getArticleCache");
+}
+
+// What is on show, and what is under way, stays.
+void NPWindow::_RefuseName(const BMessage* message) {
+    if (message->HasString("url") && message->HasString("dat"))
+        PostProgressData("この名前のスレッドは開けません", 0);
+}
+
+// A window for one thread is called by it.
+void NPWindow::_NameWindow(const BMessage* message) {
+    BString title;
+    if (fThreadOnly && message->FindString("title", &title) == B_OK)
+        SetTitle(CutAtCharacter(title.String(), kLongestTitle).c_str());
 }
 
 // The pane has turned to the new thread before its worker can add the first post. It keeps what it
 // shows when a bookmark is visited.
 void NPWindow::_StartThread(std::unique_ptr<ThreadJob> job, Entry entry, const char* name) {
-    job->control = fArticleWorker = std::make_shared<WorkerControl>("article_port");
+    job->control = std::make_shared<WorkerControl>("article_port");
+    if (!_Replace(&fArticleWorker, job->control))
+        return;
     if (!job->bookmark)
         fArticleView->ShowThread(fArticleWorker->Port(), job->url.c_str(), job->dat.c_str());
     if (SpawnWorker(entry, name, &job))
         return;
     fArticleWorker.reset();
-    _AskPatrolForNext(); // the visit that had to go for this one tells it nothing any more
+    fPatrol.StepEnded(); // the visit that had to go for this one tells it nothing any more
 }
 
 // Ends the present worker if the completion is its own: one of a replaced worker, or one that a
@@ -231,14 +255,14 @@ bool NPWindow::_EndWorker(std::shared_ptr<WorkerControl>* worker, const BMessage
 // A thread's worker that was refused by its server ends this way too.
 void NPWindow::_BoardComplete(BMessage* message) {
     if (_EndWorker(&fArticleWorker, message)) {
-        _AskPatrolForNext();
+        fPatrol.StepEnded();
         return;
     }
     if (fThreadOnly || !_EndWorker(&fSubjectWorker, message))
         return;
     PostMessage(message, fBoardView);
     PostMessage(message, fThreadView);
-    _AskPatrolForNext();
+    fPatrol.StepEnded();
     fSearchPosition = -1;
 }
 
@@ -250,6 +274,6 @@ void NPWindow::_ThreadComplete(BMessage* message) {
         fParent.SendMessage(message);
     if (!isOwn)
         return;
-    _AskPatrolForNext();
+    fPatrol.StepEnded();
     fSearchIndex = 0;
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <SupportDefs.h>
+#include <string>
 
-// Makes sure that one of the program's own folders is there, with what leads to it: 0, or −1 after
-// an alert that says why it can't be used.
-int32 EnsureFolder(const char* path);
+// Makes sure that one of the program's own folders is there, with what leads to it. Gives what
+// there is to tell the user when it can't be used, else nothing.
+std::string EnsureFolder(const char* path);

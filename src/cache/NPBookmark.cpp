@@ -1,9 +1,10 @@
 #include "cache/NPBookmark.h"
 
 #include "cache/Folders.h"
-#include "cache/PathNames.h"
 #include "net/NPUrl.h"
 #include "net/ThreadAddress.h"
+#include "net/lines.h"
+#include "text/PathNames.h"
 #include "text/Utf8Cut.h"
 
 #include <Directory.h>
@@ -22,15 +23,6 @@ namespace {
 constexpr const char* kFolder = "2ch/2chBookmark";
 constexpr const char* kType = "application/x-vnd.Be-bookmark";
 
-bool AreGoodNames(const char* server, const char* board, const char* dat) {
-    if (IsGoodComponent(server) && IsGoodBoardFolder(board) && IsGoodComponent(dat) &&
-        strlen(server) <= kLongestBookmarkServer && strlen(board) <= kLongestBookmarkBoard &&
-        strlen(dat) <= kLongestBookmarkDat)
-        return true;
-    fprintf(stderr, "bookmarks: refused \"%s\", \"%s\", \"%s\"\n", server, board, dat);
-    return false;
-}
-
 std::string PlainName(const char* server, const char* board, const char* dat) {
     return std::string(server) + "." + board + "." + dat;
 }
@@ -43,6 +35,15 @@ std::string FileName(const char* server, const char* board, const char* dat) {
 
 } // namespace
 
+bool NPBookmark::AreGoodNames(const char* server, const char* board, const char* dat) {
+    if (IsGoodComponent(server) && IsGoodBoardFolder(board) && IsGoodComponent(dat) &&
+        strlen(server) <= kLongestBookmarkServer && strlen(board) <= kLongestBookmarkBoard &&
+        strlen(dat) <= kLongestBookmarkDat)
+        return true;
+    fprintf(stderr, "bookmarks: refused \"%s\", \"%s\", \"%s\"\n", server, board, dat);
+    return false;
+}
+
 std::string NPBookmark::FolderPath() {
     BPath path;
     if (find_directory(B_USER_SETTINGS_DIRECTORY, &path) != B_OK || path.Append(kFolder) != B_OK)
@@ -54,8 +55,9 @@ status_t NPBookmark::GetBookmarkDirectory(BDirectory* folder) {
     return folder->SetTo(FolderPath().c_str());
 }
 
-int32 NPBookmark::InitDir(const char* path) {
-    return EnsureFolder(path);
+int32 NPBookmark::InitDir(const char* path, std::string* trouble) {
+    *trouble = EnsureFolder(path);
+    return trouble->empty() ? 0 : -1;
 }
 
 status_t NPBookmark::SetTo(const char* server, const char* board, const char* dat) {
@@ -65,7 +67,7 @@ status_t NPBookmark::SetTo(const char* server, const char* board, const char* da
     if (!AreGoodNames(server, board, dat))
         return B_BAD_VALUE;
     const std::string folder = FolderPath();
-    if (InitDir(folder.c_str()) != 0)
+    if (InitDir(folder.c_str(), &fFolderTrouble) != 0)
         return B_ERROR;
     const std::string path = folder + "/" + FileName(server, board, dat);
     status_t status = fFile.SetTo(path.c_str(), B_READ_WRITE | B_CREATE_FILE);
@@ -93,12 +95,15 @@ status_t NPBookmark::_WriteText(const char* name, const std::string& text) {
     return written < 0 ? static_cast<status_t>(written) : B_OK;
 }
 
-status_t NPBookmark::Make(const char* url, const char* dat, const char* title) {
+status_t NPBookmark::Make(const char* url, const char* dat, const char* title,
+                          std::string* trouble) {
     const NPUrl parsed(url);
     if (parsed.Status() != 0)
         return B_BAD_VALUE;
     const bool isNew = !HasBookmark(parsed.Host(), parsed.Board(), dat);
     NPBookmark bookmark(parsed.Host(), parsed.Board(), dat);
+    if (trouble != nullptr)
+        *trouble = bookmark.fFolderTrouble;
     if (bookmark.Status() != 0)
         return B_ERROR;
     const status_t status = bookmark._WriteTexts(parsed, dat, title, MakeThreadAddress(url, dat));
@@ -112,7 +117,7 @@ status_t NPBookmark::_WriteTexts(const NPUrl& parsed, const char* dat, const cha
                                  const std::string& address) {
     status_t status = SetMimeType();
     const std::pair<const char*, std::string> texts[] = {
-        {"META:title", CutAtCharacter(title, kLongestBookmarkTitle)},
+        {"META:title", CutAtCharacter(title, kLongestThreadTitle)},
         {"server", parsed.Host()},
         {"board", parsed.Board()},
         {"dat", dat},

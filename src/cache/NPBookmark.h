@@ -14,7 +14,6 @@ class NPUrl;
 constexpr size_t kLongestBookmarkServer = 63;
 constexpr size_t kLongestBookmarkBoard = 31;
 constexpr size_t kLongestBookmarkDat = 15;
-constexpr size_t kLongestBookmarkTitle = 4095; // shown only, so it is cut
 
 // A bookmark: an empty file "SERVER.BOARD.DAT" in the folder "2ch/2chBookmark" whose attributes
 // describe a thread: "META:title", "server", "board", "dat" and "META:url", its address in a web
@@ -32,20 +31,23 @@ public:
 
     // 0 when a file is open, else −1.
     int32 Status() const { return fStatus; }
-    // Opens the file and, when missing, makes it and its folder. The user is told of a folder that
-    // can't be used.
+    // Opens the file and, when missing, makes it and its folder.
     status_t SetTo(const char* server, const char* board, const char* dat);
-    // 0, or −1 after an alert.
-    static int32 InitDir(const char* path);
+    // Makes the folder where it is missing: 0, or −1 with what there is to tell the user.
+    static int32 InitDir(const char* path, std::string* trouble);
 
     // The byte count, or an error.
     ssize_t ReadAttr(const char* name, type_code type, void* buffer, size_t size);
     ssize_t WriteAttr(const char* name, type_code type, const void* data, size_t size);
     status_t SetMimeType();
 
+    // Whether the names are good components of a path, and short enough to be read back; if not, a
+    // trace says so.
+    static bool AreGoodNames(const char* server, const char* board, const char* dat);
     // Makes a thread's bookmark; an earlier one is written anew. B_OK only when all of it is kept;
-    // else a new one goes.
-    static status_t Make(const char* url, const char* dat, const char* title);
+    // else a new one goes. `trouble`, if any, gets what there is to tell the user of its folder.
+    static status_t Make(const char* url, const char* dat, const char* title,
+                         std::string* trouble = nullptr);
     static bool HasBookmark(const char* server, const char* board, const char* dat);
 
     // For the thread list. A board folder with "/" has no file of this plain name: nothing is
@@ -62,6 +64,7 @@ private:
     status_t _WriteText(const char* name, const std::string& text);
 
     int32 fStatus = -1;
+    std::string fFolderTrouble; // what there is to tell the user
     BFile fFile;
     BEntry fEntry;
 };

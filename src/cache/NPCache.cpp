@@ -1,7 +1,7 @@
 #include "cache/NPCache.h"
 
 #include "cache/Folders.h"
-#include "cache/PathNames.h"
+#include "text/PathNames.h"
 
 #include <FindDirectory.h>
 #include <Node.h>
@@ -11,7 +11,6 @@
 
 #include <cstdio>
 #include <cstring>
-#include <string>
 #include <string_view>
 
 namespace {
@@ -20,7 +19,7 @@ constexpr const char* kRoot = "2ch/2chCache";
 constexpr const char* kUnfinished = "unfinished";
 constexpr const char* kBesideFolder = ".arriving";
 
-status_t BoardFolder(const char* host, const char* board, BPath* path) {
+status_t BoardPath(const char* host, const char* board, BPath* path) {
     if (!IsGoodComponent(host) || !IsGoodBoardFolder(board)) {
         fprintf(stderr, "cache: refused the names \"%s\" and \"%s\"\n", host, board);
         return B_BAD_VALUE;
@@ -34,7 +33,7 @@ status_t BoardFolder(const char* host, const char* board, BPath* path) {
 }
 
 status_t DatPath(const char* host, const char* board, const char* file, BPath* path) {
-    const status_t status = BoardFolder(host, board, path);
+    const status_t status = BoardPath(host, board, path);
     if (status != B_OK)
         return status;
     if (!IsGoodComponent(file)) {
@@ -71,6 +70,7 @@ bool NPCache::CanHold(const char* host, const char* board, const char* file) {
 
 status_t NPCache::SetTo(const char* host, const char* board, const char* file, Open how) {
     fStatus = -1;
+    fFolderTrouble.clear();
     fFile.Unset();
     const status_t status = _Open(host, board, file, how);
     if (status != B_OK)
@@ -122,7 +122,8 @@ status_t NPCache::_MakeFolders(const char* host, const char* board) {
 }
 
 int32 NPCache::initdir(const char* path) {
-    return EnsureFolder(path);
+    fFolderTrouble = EnsureFolder(path);
+    return fFolderTrouble.empty() ? 0 : -1;
 }
 
 void NPCache::_ReadModificationTime() {
@@ -271,6 +272,6 @@ status_t NPCache::FindDatFile(const char* host, const char* board, const char* f
 
 status_t NPCache::FindDatDirectory(const char* host, const char* board, BDirectory* out) {
     BPath path;
-    const status_t status = BoardFolder(host, board, &path);
+    const status_t status = BoardPath(host, board, &path);
     return status == B_OK ? out->SetTo(path.Path()) : status;
 }

@@ -10,6 +10,7 @@
 #include <TypeConstants.h>
 
 #include <ctime>
+#include <string>
 
 // One cached thread: the server's bytes as they came (cp932 lines), with "title" (string without a
 // terminating zero byte), "res_num" (int32, the posts in the file) and "bar_pos" (int32, where the
@@ -43,6 +44,8 @@ public:
 
     // 0 when a file is open, else −1.
     int32 Status() const { return fStatus; }
+    // What there is to tell the user when a folder could not be made or used; else empty.
+    const std::string& FolderTrouble() const { return fFolderTrouble; }
     status_t SetTo(const char* host, const char* board, const char* file, Open how);
 
     // The next line with its line feed, not terminated: its length, 0 at the end of the file, −1
@@ -105,6 +108,7 @@ private:
     status_t _FindLastLineEnd(off_t end, off_t* lineEnd);
 
     int32 fStatus = -1;
+    std::string fFolderTrouble;
     BFile fFile;
     BEntry fEntry;
     BPath fPlace; // of the copy that it replaces; for one that was opened beside

@@ -1,6 +1,7 @@
 #include "net/CgiPage.h"
 
 #include "net/OverlongLine.h"
+#include "net/lines.h"
 #include "text/Utf8Cut.h"
 
 #include <String.h>
@@ -13,8 +14,6 @@
 namespace {
 
 constexpr size_t kMissing = std::string_view::npos;
-constexpr size_t kLongestDatLine = 8191;
-constexpr size_t kLongestTitle = 4095;
 constexpr std::string_view kSeparator = "<>";
 
 // Where the parts of the servers' markup begin and end, in bytes from the marks that are searched.
@@ -149,7 +148,7 @@ std::string TitleIn(std::string_view line) {
     if (end == kMissing)
         return "";
     const std::string_view title = Part(line, mark + 1, end);
-    return std::string(title.substr(0, LengthToCharacter(title, kLongestTitle)));
+    return std::string(title.substr(0, LengthToCharacter(title, kLongestThreadTitle)));
 }
 
 } // namespace
@@ -202,7 +201,7 @@ std::string CgiPage::TakeDatLine() {
     std::string line(block.String(), static_cast<size_t>(block.Length()));
     const std::string ending = (fIsFirst ? fTitle : "") + "\n";
     fIsFirst = false;
-    if (line.size() + ending.size() > kLongestDatLine)
-        Shorten(&line, line.size() + ending.size() - kLongestDatLine);
+    if (line.size() + ending.size() > kLongestServerLine)
+        Shorten(&line, line.size() + ending.size() - kLongestServerLine);
     return line + ending;
 }

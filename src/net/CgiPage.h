@@ -22,8 +22,8 @@ public:
     // The next line, UTF-8, with its line feed. True when it completes a post.
     bool TakeLine(const std::string& line);
     // The dat line of the post that is complete, with its line feed and, for the first of the page,
-    // with the title. At most 8,191 bytes, which is what is shown of a line: what is longer is cut
-    // at a character of its message, with a mark.
+    // with the title. At most kLongestServerLine bytes, which is what is shown of one: what is
+    // longer is cut at a character of its message, with a mark.
     std::string TakeDatLine();
 
     // Nothing of the list follows.

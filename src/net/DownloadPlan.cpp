@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <string>
 #include <string_view>
+#include <strings.h>
 
 namespace {
 
@@ -38,6 +39,16 @@ bool FillsItsRange(std::string_view range, int64 received) {
     return received > last - first && (!TakeNumber(&range, '\0', &total) || last + 1 >= total);
 }
 
+bool HasLength(const DownloadBody& body) {
+    const int64 announced =
+        body.contentLength != nullptr ? strtoll(body.contentLength, nullptr, 10) : body.received;
+    return body.mayExceed ? body.received >= announced : body.received == announced;
+}
+
+bool HasPlainCoding(const DownloadBody& body) {
+    return body.transferCoding == nullptr || strcasecmp(body.transferCoding, "identity") == 0;
+}
+
 } // namespace
 
 AnswerKind JudgeAnswer(const DownloadAnswer& answer) {
@@ -55,7 +66,7 @@ AnswerKind JudgeAnswer(const DownloadAnswer& answer) {
 bool IsWholeBody(const DownloadBody& body) {
     if (body.lastResult != 0 || body.endsInsideLine)
         return false;
-    if (body.contentLength != nullptr && strtoll(body.contentLength, nullptr, 10) != body.received)
+    if (!HasLength(body) || !HasPlainCoding(body))
         return false;
     return body.status != 206 || body.contentRange == nullptr ||
            FillsItsRange(body.contentRange, body.received);

@@ -30,6 +30,10 @@ struct DownloadBody {
     int64 received = 0; // bytes
     bool endsInsideLine = false;
     int32 lastResult = 0; // of reading: 0 at an orderly end
+    // For a page that is kept as it came: more than was announced is no fault, but lengths of
+    // chunks in it would be.
+    bool mayExceed = false;
+    const char* transferCoding = nullptr;
 };
 
 // Whether nothing is missing, neither of what was announced nor, for a part of a file, between it

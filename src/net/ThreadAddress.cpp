@@ -1,7 +1,7 @@
 #include "net/ThreadAddress.h"
 
-#include "cache/PathNames.h"
 #include "net/NPUrl.h"
+#include "text/PathNames.h"
 
 #include <algorithm>
 #include <cctype>
@@ -79,16 +79,22 @@ std::string MakeThreadAddress(const char* url, const char* dat) {
         return "";
     const std::string key = name.substr(0, dot);
     const std::string start = std::string("http://") + parsed.Host();
-    std::string board = parsed.Board();
     if (name.find("cgi") == name.npos)
-        return start + "/test/read.cgi?bbs=" + board + "&key=" + key;
-    std::string prefix;
+        return start + "/test/read.cgi?bbs=" + parsed.Board() + "&key=" + key;
+    return start + MakeReadCgiPath(parsed.Board(), key);
+}
+
+BoardParts SplitBoard(const std::string& board) {
     const size_t slash = board.find('/');
-    if (slash != board.npos) {
-        prefix = "/" + board.substr(0, slash);
-        board.erase(0, slash + 1);
-    }
-    return start + prefix + "/bbs/read.cgi?BBS=" + board + "&KEY=" + key;
+    if (slash == board.npos)
+        return {"", board};
+    return {board.substr(0, slash), board.substr(slash + 1)};
+}
+
+std::string MakeReadCgiPath(const std::string& board, const std::string& key) {
+    const BoardParts parts = SplitBoard(board);
+    const std::string start = parts.prefix.empty() ? "" : "/" + parts.prefix;
+    return start + "/bbs/read.cgi?BBS=" + parts.folder + "&KEY=" + key;
 }
 
 bool Is2ch(const char* url, char* host, char* board, char* key, int32 maxLen) {

@@ -1,8 +1,7 @@
 #include "net/lines.h"
 
+#include "text/ToUtf8.h"
 #include "text/Utf8Cut.h"
-#include "text/cp932.h"
-#include "text/html.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -21,17 +20,6 @@ constexpr DelimiterSet kDelimiters[] = {
 
 // A deleted post has this in every field; as a title it names no thread.
 constexpr const char* kDeleted = "あぼーん";
-
-// Converts a raw line and drops the NULs that stand for codes without a character.
-bool ConvertLine(const char* line, std::string* utf8) {
-    int32 length = static_cast<int32>(strlen(line));
-    int32 written = 0;
-    utf8->resize(static_cast<size_t>(length) * 3 + 3);
-    if (cp932_conv_to_utf8(line, &length, utf8->data(), &written) != 0)
-        return false;
-    utf8->resize(RemoveNulls(utf8->data(), written));
-    return true;
-}
 
 // Offsets as signed numbers: −1 where a text is not found.
 int32 Find(std::string_view line, std::string_view what, int32 from = 0) {
@@ -103,7 +91,7 @@ const DelimiterSet& delimiterGuessArticle(const char* line) {
 
 int parseSubject(const char* raw, _SubjectOut* out) {
     std::string converted;
-    if (!ConvertLine(raw, &converted))
+    if (!ToUtf8(raw, &converted))
         return -1;
     const std::string_view line = converted;
     const DelimiterSet& set = delimiterGuessSubject(converted.c_str());
@@ -134,7 +122,7 @@ int parseArticle(const char* raw, _ArticleOut* out, bool convert) {
     std::string text;
     if (!convert)
         text = raw;
-    else if (!ConvertLine(raw, &text))
+    else if (!ToUtf8(raw, &text))
         return -1;
     const std::string_view line = text;
     const std::string_view separator = delimiterGuessArticle(text.c_str()).separator;

@@ -2,8 +2,18 @@
 
 #include <SupportDefs.h>
 
+#include <cstddef>
+
 // The two line formats of the servers, each in an old form separated by "," and a new one separated
 // by "<>". Safe to call from any thread.
+
+// The longest line of a server, or of the cache, that is read as one, in bytes with its line feed;
+// and room for it with the zero byte that ends it as a text.
+constexpr size_t kLongestServerLine = 8191;
+using ServerLine = char[kLongestServerLine + 1];
+
+// In bytes; a longer title is cut.
+constexpr size_t kLongestThreadTitle = 4095;
 
 // How one line is divided. UTF-8.
 struct DelimiterSet {
@@ -18,9 +28,9 @@ const DelimiterSet& delimiterGuessArticle(const char* line);
 
 // One line of a subject.txt, UTF-8, terminated.
 struct _SubjectOut {
-    char title[4096]; // cut at a character's boundary
-    char dat[16];     // the thread's file name, such as "1012345678.dat"
-    char count[8];    // the number of posts, as text
+    char title[kLongestThreadTitle + 1]; // cut at a character's boundary
+    char dat[16];                        // the thread's file name, such as "1012345678.dat"
+    char count[8];                       // the number of posts, as text
 };
 
 // Parses a raw (cp932) line. Returns 0, or −1 when it can't be divided, does not convert, or its

@@ -1,7 +1,7 @@
 #include "post/PostAnswer.h"
 
+#include "text/ToUtf8.h"
 #include "text/Utf8Cut.h"
-#include "text/cp932.h"
 #include "text/html.h"
 
 #include <String.h>
@@ -16,14 +16,6 @@ constexpr std::string_view kSuccess = "refresh";
 constexpr std::string_view kTitleEnd = "</title>";
 constexpr std::string_view kLineBreak = "<br";
 
-std::string ToUtf8(const char* line, int32 length) {
-    std::string converted(static_cast<size_t>(length) * 3, '\0');
-    int32 written = 0;
-    cp932_conv_to_utf8(line, &length, converted.data(), &written);
-    converted.resize(static_cast<size_t>(RemoveNulls(converted.data(), written)));
-    return converted;
-}
-
 std::string Decoded(const std::string& words) {
     BString text(words.c_str());
     ReplaceHTMLEscapeString(&text);
@@ -34,13 +26,14 @@ std::string Decoded(const std::string& words) {
 } // namespace
 
 void PostAnswer::AddLine(const char* line, int32 length) {
-    const std::string converted = ToUtf8(line, length);
+    const std::string converted = ToUtf8(std::string_view(line, static_cast<size_t>(length)));
     if (fText.size() + converted.size() <= kLongestAnswer)
         fText += converted;
 }
 
 void PostAnswer::AddUnfinishedLine(const char* line, int32 length) {
-    fText += CutAtCharacter(ToUtf8(line, length).c_str(), kLongestAnswer - fText.size());
+    fText += CutAtCharacter(ToUtf8(std::string_view(line, static_cast<size_t>(length))).c_str(),
+                            kLongestAnswer - fText.size());
 }
 
 bool PostAnswer::IsSuccess() const {

@@ -1,6 +1,7 @@
 #include "post/PostTarget.h"
 
-#include "cache/PathNames.h"
+#include "net/ThreadAddress.h"
+#include "text/PathNames.h"
 
 #include <algorithm>
 #include <string_view>
@@ -38,12 +39,11 @@ bool IsUsable(const PostTarget& target) {
 } // namespace
 
 std::string PostTarget::Prefix() const {
-    const size_t slash = board.find('/');
-    return slash == board.npos ? "" : board.substr(0, slash);
+    return SplitBoard(board).prefix;
 }
 
 std::string PostTarget::Folder() const {
-    return board.substr(board.find('/') + 1);
+    return SplitBoard(board).folder;
 }
 
 std::string PostTarget::Referer() const {

@@ -1,13 +1,13 @@
 #include "post/PostWorker.h"
 
-#include "app/Messages.h"
+#include "messages/Messages.h"
 #include "net/NPHttp.h"
 #include "post/PostAnswer.h"
 #include "widgets/Alerts.h"
+#include "workers/Exchange.h"
 #include "workers/WorkerThread.h"
 
 #include <Message.h>
-#include <Window.h>
 
 #include <cstdio>
 
@@ -25,12 +25,15 @@ public:
 private:
     bool _MustStop() { return fJob.control->MustStop(); }
     void _PrepareRequest();
+    ExchangeEnd _Ask();
+    int32 _EndUnsent();
+    int32 _EndUnconfirmed();
     void _AddCookies();
     void _ReadAnswer(PostAnswer* answer, bool* stopped);
     int32 _Judge(const PostAnswer& answer);
     void _ShowRefusal(const PostAnswer& answer);
     void _ShowProgress(const std::string& text);
-    void PresentAlert(BAlert* alert) override;
+    void PresentAlert(BAlert* alert) override { fJob.control->PresentAlert(alert, fJob.window); }
     void _Send(BMessage* message) { fJob.window.SendMessage(message); }
 
     const PostJob& fJob;
@@ -44,18 +47,6 @@ void Posting::_ShowProgress(const std::string& text) {
     _Send(&message);
 }
 
-// It goes with the window that it concerns.
-void Posting::PresentAlert(BAlert* alert) {
-    BLooper* window = nullptr;
-    if (fJob.window.LockTarget()) {
-        fJob.window.Target(&window);
-        if (BWindow* owner = dynamic_cast<BWindow*>(window))
-            BindAlert(alert, owner);
-        window->Unlock();
-    }
-    fJob.control->PresentAlert(alert);
-}
-
 void Posting::_AddCookies() {
     const PostForm& form = fJob.form;
     if (form.name.empty() && form.mail.empty())
@@ -67,12 +58,10 @@ void Posting::_AddCookies() {
 }
 
 void Posting::_PrepareRequest() {
-    if (fJob.proxy.use)
-        fHttp.SetProxy(fJob.proxy.host.c_str(), fJob.proxy.port.c_str());
     fHttp.method = NPHttp::kPost;
     fHttp.version = NPHttp::kHttp10;
     fHttp.SetPath(fJob.target.CgiPath().c_str());
-    fHttp.AddHeader("Host", fJob.target.host.c_str());
+    BeginRequest(&fHttp, fJob.proxy, fJob.target.host);
     fHttp.AddHeader("Connection: close");
     fHttp.AddHeader("Referer", fJob.target.Referer().c_str());
     _AddCookies();
@@ -84,35 +73,48 @@ void Posting::_PrepareRequest() {
 
 int32 Posting::Run() {
     _PrepareRequest();
-    _ShowProgress(fJob.target.host + "へ接続中");
-    if (fHttp.Connect() != B_OK) {
-        if (_MustStop())
-            return 0;
-        ShowAlert("接続エラー");
-        fprintf(stderr, "Connect()\n");
-        BMessage failed(kMsgPostFailed);
-        _Send(&failed);
-        _ShowProgress("");
-        return -1;
-    }
-    if (_MustStop())
-        return 0;
-    _ShowProgress(fJob.target.host + "へ送信中");
-    fHttp.Send();
-    if (fHttp.ReadHeader() != 0) {
-        // The post may well have arrived: sending it again would double it.
-        BMessage done(kMsgPostDone);
-        done.AddBool("unconfirmed", true);
-        _Send(&done);
-        _ShowProgress("");
-        fprintf(stderr, "ReadHeader()\n");
-        return -1;
+    switch (_Ask()) {
+    case ExchangeEnd::kStopped: return 0;
+    case ExchangeEnd::kNotConnected: return _EndUnsent();
+    case ExchangeEnd::kNotSent:
+    case ExchangeEnd::kNoHead: return _EndUnconfirmed();
+    case ExchangeEnd::kHead: break;
     }
     PostAnswer answer;
-    bool stopped = _MustStop();
-    if (!stopped)
-        _ReadAnswer(&answer, &stopped);
+    bool stopped = false;
+    _ReadAnswer(&answer, &stopped);
     return stopped ? 0 : _Judge(answer);
+}
+
+ExchangeEnd Posting::_Ask() {
+    const auto tell = [this](ExchangeStep step) {
+        if (step != ExchangeStep::kReceive)
+            _ShowProgress(fJob.target.host +
+                          (step == ExchangeStep::kConnect ? "へ接続中" : "へ送信中"));
+    };
+    const ExchangeEnd end = Exchange(&fHttp, fJob.control.get(), tell);
+    // A server may have answered before it took all of a post.
+    const bool hasAnswer = end == ExchangeEnd::kNotSent && fHttp.ReadHeader() == 0;
+    return hasAnswer ? ExchangeEnd::kHead : end;
+}
+
+int32 Posting::_EndUnsent() {
+    ShowAlert(this, "接続エラー");
+    fprintf(stderr, "Connect()\n");
+    BMessage failed(kMsgPostFailed);
+    _Send(&failed);
+    _ShowProgress("");
+    return -1;
+}
+
+// The post may well have arrived: sending it again would double it.
+int32 Posting::_EndUnconfirmed() {
+    BMessage done(kMsgPostDone);
+    done.AddBool("unconfirmed", true);
+    _Send(&done);
+    _ShowProgress("");
+    fprintf(stderr, "ReadHeader()\n");
+    return -1;
 }
 
 void Posting::_ReadAnswer(PostAnswer* answer, bool* stopped) {
@@ -138,12 +140,12 @@ void Posting::_ShowRefusal(const PostAnswer& answer) {
     const std::string words = answer.ErrorText();
     const NPHttp::StatusRecord* status = fHttp.Status();
     if (!words.empty() || status == nullptr) {
-        ShowAlert("%s", words.c_str());
+        ShowAlert(this, words);
         return;
     }
     const std::string reason = status->reason.substr(0, status->reason.find('\r'));
-    ShowAlert("%s: %ld %s\n書き込まれたかどうかは分かりません。", fJob.target.host.c_str(),
-              static_cast<long>(status->code), reason.c_str());
+    ShowAlert(this, fJob.target.host + ": " + std::to_string(status->code) + " " + reason +
+                        "\n書き込まれたかどうかは分かりません。");
 }
 
 int32 Posting::_Judge(const PostAnswer& answer) {

@@ -2,7 +2,6 @@
 
 #include "settings/SettingsFile.h"
 #include "text/Utf8Cut.h"
-#include "widgets/Alerts.h"
 
 #include <cstdlib>
 
@@ -23,13 +22,6 @@ std::string Refusal(const char* name, const std::string& value) {
 }
 
 } // namespace
-
-bool ReadProxy(const SettingsFile& settings, ProxySetting* proxy) {
-    const std::string refusal = FindProxy(settings, proxy);
-    if (!refusal.empty())
-        ShowAlert("%s", refusal.c_str());
-    return refusal.empty();
-}
 
 std::string FindProxy(const SettingsFile& settings, ProxySetting* proxy) {
     BString host;

@@ -17,8 +17,6 @@ constexpr size_t kLongestProxyHost = 63;
 constexpr size_t kLongestProxyPort = 7;
 
 // Reads it. One that is in use and does not fit its format would lead to another host than the
-// user's: false then, after telling him. Before anything is stopped or sent. A proxy without one of
-// its settings is not used. A window's thread.
-bool ReadProxy(const SettingsFile& settings, ProxySetting* proxy);
-// The same without an alert: what there is to tell, or nothing. Any thread.
+// user's: what there is to tell him then, else nothing. Before anything is stopped or sent. A proxy
+// without one of its settings is not used. Any thread.
 std::string FindProxy(const SettingsFile& settings, ProxySetting* proxy);

@@ -1,10 +1,9 @@
 #include "views/BoardFiles.h"
 
-#include "cache/PathNames.h"
 #include "settings/ReplaceFile.h"
+#include "text/PathNames.h"
+#include "text/ToUtf8.h"
 #include "text/Utf8Cut.h"
-#include "text/cp932.h"
-#include "text/html.h"
 
 #include <Application.h>
 #include <Entry.h>
@@ -55,7 +54,7 @@ bool ParseBoard(std::string_view line, BBSTable::Board* board) {
 
 } // namespace
 
-std::string BoardFolder() {
+std::string BbsFolder() {
     app_info info;
     BPath path;
     if (be_app == nullptr || be_app->GetAppInfo(&info) != B_OK || path.SetTo(&info.ref) != B_OK ||
@@ -68,12 +67,10 @@ int32 ReadBoardMenu(const std::string& folder, std::vector<BBSTable::Category>* 
     std::string page;
     if (folder.empty() || ReadWholeFile((folder + "/newbbsmenu.html").c_str(), &page) != B_OK)
         return -1;
-    std::string utf8(page.size() * 3 + 3, '\0');
-    int32 length = static_cast<int32>(page.size());
-    int32 written = 0;
-    if (cp932_conv_to_utf8(page.data(), &length, utf8.data(), &written) != 0)
+    std::string utf8;
+    if (!ToUtf8(page, &utf8))
         return -1;
-    const BString text(utf8.data(), RemoveNulls(utf8.data(), written));
+    const BString text(utf8.data(), static_cast<int32>(utf8.size()));
     BBSTable table(&text);
     if (table.parseBBSTable() != 0)
         return -1;

@@ -11,7 +11,7 @@
 // The files in the folder "bbs" beside the executable, without any view.
 
 // That folder; empty when it can't be told.
-std::string BoardFolder();
+std::string BbsFolder();
 
 // Reads the portal's menu ("newbbsmenu.html", cp932): 0, or −1 when it can't be read, does not
 // convert or is malformed; nothing is delivered then.

@@ -1,6 +1,6 @@
 #include "views/ClickListView.h"
 
-#include "app/NPWindow.h"
+#include "browser/BrowserWindow.h"
 
 #include <InterfaceDefs.h>
 #include <Message.h>
@@ -46,8 +46,8 @@ void ClickListView::MakeEmpty() {
     ColumnListView::MakeEmpty();
 }
 
-NPWindow* ClickListView::Browser() const {
-    return dynamic_cast<NPWindow*>(Window());
+BrowserWindow* ClickListView::Browser() const {
+    return dynamic_cast<BrowserWindow*>(Window());
 }
 
 void ClickListView::ShowMenu(BPopUpMenu* menu, BPoint screen) {

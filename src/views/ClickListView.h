@@ -5,7 +5,7 @@
 // How the user chooses a row: with one click, or with two.
 enum click_mode { kSingleClick = 1, kDoubleClick = 2 };
 
-class NPWindow;
+class BrowserWindow;
 
 // What the board list and the thread list share: a row is chosen by a click (a press shorter than a
 // double click's time), by a double click or by the Enter key; the secondary button or the Menu key
@@ -27,7 +27,7 @@ protected:
     virtual void OpenPopUpMenu(int32 index, BPoint screen) = 0;
 
     // The window of a list that stands in one of the program's; null elsewhere.
-    NPWindow* Browser() const;
+    BrowserWindow* Browser() const;
     // Opens the menu at a point of the screen; it deletes itself when it has closed.
     static void ShowMenu(class BPopUpMenu* menu, BPoint screen);
 

@@ -1,8 +1,8 @@
 #include "views/NPArticleView.h"
 
-#include "app/Messages.h"
-#include "app/NPWindow.h"
+#include "browser/BrowserWindow.h"
 #include "cache/NPCache.h"
+#include "messages/Messages.h"
 #include "net/NPUrl.h"
 #include "net/lines.h"
 #include "post/PostTarget.h"
@@ -236,7 +236,7 @@ void NPArticleView::_ChangeFont(const BMessage* message) {
 
 void NPArticleView::_Reload(Reload how) {
     if (fDat.empty())
-        ShowAlert("スレッドが選択されていません！");
+        ShowAlert(Window(), "スレッドが選択されていません！");
     else
         ReloadRequest(how == Reload::kFromScratch);
 }
@@ -244,15 +244,15 @@ void NPArticleView::_Reload(Reload how) {
 void NPArticleView::_OpenWriteWindow() {
     const std::string& address = fUrlLabel->Address();
     if (address.empty()) {
-        ShowAlert("スレッドが選択されていません！");
+        ShowAlert(Window(), "スレッドが選択されていません！");
         return;
     }
     const bool isCgi = fDat.find("cgi") != fDat.npos;
     const std::optional<PostTarget> target =
         ParsePostTarget(address, isCgi ? PostFamily::kWriteCgi : PostFamily::kBbsCgi);
-    NPWindow* window = dynamic_cast<NPWindow*>(Window());
+    BrowserWindow* window = dynamic_cast<BrowserWindow*>(Window());
     if (!target)
-        ShowAlert("Invalid URL: %s", address.c_str());
+        ShowAlert(Window(), "Invalid URL: " + address);
     else if (window != nullptr)
         window->OpenWriteWindow(*target, fTitle.c_str(), fPosts);
 }

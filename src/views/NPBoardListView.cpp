@@ -1,7 +1,7 @@
 #include "views/NPBoardListView.h"
 
-#include "app/Messages.h"
-#include "app/NPWindow.h"
+#include "browser/BrowserWindow.h"
+#include "messages/Messages.h"
 #include "views/Icons.h"
 #include "views/NPBoardItem.h"
 #include "views/OpenInBrowser.h"

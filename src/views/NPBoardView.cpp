@@ -1,7 +1,7 @@
 #include "views/NPBoardView.h"
 
-#include "app/Messages.h"
-#include "app/NPWindow.h"
+#include "browser/BrowserWindow.h"
+#include "messages/Messages.h"
 #include "views/BoardFiles.h"
 #include "widgets/CLVContainerView.h"
 
@@ -21,7 +21,7 @@ NPBoardView::NPBoardView(BRect frame) : BView(frame, "board", B_FOLLOW_ALL_SIDES
 void NPBoardView::AttachedToWindow() {
     BView::AttachedToWindow();
     _Fill();
-    if (NPWindow* window = dynamic_cast<NPWindow*>(Window()))
+    if (BrowserWindow* window = dynamic_cast<BrowserWindow*>(Window()))
         SetClickMode(static_cast<click_mode>(window->GetClickMode()));
 }
 
@@ -56,7 +56,7 @@ void NPBoardView::_Fill() {
 }
 
 int32 NPBoardView::getBBSMenu() {
-    const std::string folder = BoardFolder();
+    const std::string folder = BbsFolder();
     std::vector<BBSTable::Category> categories;
     if (ReadBoardMenu(folder, &categories) != 0)
         return -1;

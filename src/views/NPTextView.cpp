@@ -1,6 +1,6 @@
 #include "views/NPTextView.h"
 
-#include "app/NPWindow.h"
+#include "browser/BrowserWindow.h"
 
 #include <ScrollBar.h>
 
@@ -101,7 +101,7 @@ NPTextView::~NPTextView() {
 void NPTextView::AttachedToWindow() {
     LinkTextView::AttachedToWindow();
     GetFontAndColor(0, &fFont);
-    NPWindow* window = dynamic_cast<NPWindow*>(Window());
+    BrowserWindow* window = dynamic_cast<BrowserWindow*>(Window());
     char family[64] = "";
     char style[64] = "";
     float size = 0;
@@ -184,7 +184,6 @@ void NPTextView::_AppendLabelled(const char* label, const char* text, rgb_color 
 }
 
 void NPTextView::addNumItem(int32 number) {
-    fArticleCount++;
     fArticles.push_back({TextLength(), number});
     char text[16];
     const int length = snprintf(text, sizeof(text), "%d ", number);
@@ -260,7 +259,6 @@ void NPTextView::clearText() {
     _ClosePopUps();
     Delete(0, TextLength());
     clearList();
-    fArticleCount = 0;
     fPlace.reset();
     fHasMoved = false;
 }

@@ -51,7 +51,6 @@ public:
     int32 ArticleLineAt(int32 number) const;
     // The number of the post that holds an offset, with its range; −1 (and 0, 0) without one.
     int32 GetArticleOffset(int32 offset, int32* start, int32* end) const;
-    int32 CountArticles() const { return fArticleCount; }
     // Whether the reader has scrolled since the text was cleared.
     bool HasMoved() const { return fHasMoved; }
     // Whether the text was laid out anew since he scrolled, with his line kept at the top.
@@ -113,7 +112,6 @@ private:
     void _CopyRange(const BMessage* message);
     bool _HandleKey(char byte);
 
-    int32 fArticleCount = 0;
     std::optional<Place> fPlace; // where the reader is while layouts change
     bool fLaysOut = false;
     bool fHasMoved = false;

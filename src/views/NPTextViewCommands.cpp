@@ -1,7 +1,7 @@
 // The article's context menu, its commands, its keys.
 #include "views/NPTextView.h"
 
-#include "app/Messages.h"
+#include "messages/Messages.h"
 #include "net/SearchAddress.h"
 #include "settings/Services.h"
 #include "text/html.h"
@@ -129,7 +129,7 @@ void NPTextView::_SearchWeb(const BMessage* message) {
 }
 
 int32 NPTextView::GetUrlForGoogle(char** out, const char* query, bool japaneseOnly) {
-    const Services services = ReadServices((BoardFolder() + "/services.txt").c_str());
+    const Services services = ReadServices((BbsFolder() + "/services.txt").c_str());
     *out = strdup(MakeSearchAddress(services.searchPage, query, japaneseOnly).c_str());
     return *out != nullptr ? 0 : -1;
 }

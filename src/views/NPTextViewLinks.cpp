@@ -1,7 +1,7 @@
 // Clicks in the article: threads, the browser, pop-ups.
 #include "views/NPTextView.h"
 
-#include "app/Messages.h"
+#include "messages/Messages.h"
 #include "net/ThreadAddress.h"
 #include "views/OpenInBrowser.h"
 #include "views/PopUpMessages.h"

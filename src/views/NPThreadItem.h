@@ -59,7 +59,6 @@ public:
     int32 Number() const { return fNumber; }
     int32 Gotten() const { return fGotten; }
     bool IsCached() const { return fCached; }
-    bool IsMarked() const { return fMarked; }
     thread_status State() const { return fState; }
 
     // Below 0 when a comes first in ascending order; higher states come first.

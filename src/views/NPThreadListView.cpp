@@ -1,11 +1,11 @@
 #include "views/NPThreadListView.h"
 
-#include "app/Messages.h"
-#include "app/NPWindow.h"
+#include "browser/BrowserWindow.h"
 #include "cache/NPBookmark.h"
 #include "cache/NPCache.h"
-#include "cache/PathNames.h"
+#include "messages/Messages.h"
 #include "net/ThreadAddress.h"
+#include "text/PathNames.h"
 #include "views/Icons.h"
 #include "views/OpenInBrowser.h"
 #include "widgets/Alerts.h"
@@ -127,7 +127,7 @@ void NPThreadListView::_DeleteCached(const BMessage* message) {
         NPCache::FindDatDirectory(parsed.Host(), parsed.Board(), &folder) == B_OK &&
         folder.FindEntry(dat.String(), &entry) == B_OK && entry.Remove() == B_OK;
     if (!removed) {
-        ShowAlert("%sの削除に失敗しました。", dat.String());
+        ShowAlert(Window(), dat.String() + std::string("の削除に失敗しました。"));
         return;
     }
     item->SetNotFetched(fNotFetchedIcon.get());
@@ -144,7 +144,13 @@ void NPThreadListView::_AddBookmark(const BMessage* message) {
         message->FindInt32("selection", &selection) != B_OK)
         return;
     NPThreadItem* item = _FindThread(dat.String(), url.String());
-    if (item == nullptr || NPBookmark::Make(url.String(), dat.String(), title.String()) != B_OK)
+    if (item == nullptr)
+        return;
+    std::string trouble;
+    const status_t status = NPBookmark::Make(url.String(), dat.String(), title.String(), &trouble);
+    if (!trouble.empty())
+        ShowAlert(Window(), trouble);
+    if (status != B_OK)
         return;
     item->SetMark(fBookmarkIcon.get());
     RowChanged(item);

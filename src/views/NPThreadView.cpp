@@ -1,9 +1,9 @@
 #include "views/NPThreadView.h"
 
-#include "app/Messages.h"
-#include "app/NPWindow.h"
+#include "browser/BrowserWindow.h"
 #include "cache/NPBookmark.h"
 #include "cache/NPCache.h"
+#include "messages/Messages.h"
 #include "text/html.h"
 #include "views/Icons.h"
 #include "widgets/CLVContainerView.h"
@@ -56,7 +56,7 @@ NPThreadView::NPThreadView(BRect frame)
 
 void NPThreadView::AttachedToWindow() {
     BView::AttachedToWindow();
-    if (NPWindow* window = dynamic_cast<NPWindow*>(Window()))
+    if (BrowserWindow* window = dynamic_cast<BrowserWindow*>(Window()))
         SetClickMode(static_cast<click_mode>(window->GetClickMode()));
 }
 

@@ -18,8 +18,8 @@ int32 Open(void* data) {
     const std::unique_ptr<std::string> address(static_cast<std::string*>(data));
     const char* const arguments[] = {address->c_str()};
     if (be_roster->Launch("application/x-vnd.Be.URL.http", 1, arguments) != B_OK)
-        ShowAlert("リンクを開けませんでした。\n%s",
-                  CutAtCharacter(address->c_str(), kLongestShown).c_str());
+        ShowAlertToAll("リンクを開けませんでした。\n" +
+                       CutAtCharacter(address->c_str(), kLongestShown));
     return 0;
 }
 

@@ -1,30 +1,32 @@
 #pragma once
 
+#include <string>
+
 class BAlert;
 class BWindow;
 
-// Shows a modal alert with one "OK" button and waits for it. Any thread; the program's way of
-// telling the user about an error. `format` is printf's and never comes from data.
-//
-// It keeps the input from the window that it concerns: the one whose thread calls, or the one of
-// the thread's AlertOwner. From any other thread it keeps it from all windows.
-void ShowAlert(const char* format, ...) __attribute__((format(printf, 1, 2)));
-
-// The same without waiting: for a thread that others wait for, such as the application's.
-void LeaveAlert(const char* text);
-
-// Lets the alert keep the input from this window alone. With both locked, before Go.
-void BindAlert(BAlert* alert, BWindow* window);
-
-// Takes over the alerts that its own thread shows, in whatever layer: a job that works for a window
-// and may be called off. Lives on the thread's stack; one a thread.
+// Who may be called off while an alert of his is open: a job that works for a window.
 class AlertOwner {
 public:
-    AlertOwner();
-    virtual ~AlertOwner();
-    AlertOwner(const AlertOwner&) = delete;
-    AlertOwner& operator=(const AlertOwner&) = delete;
+    virtual ~AlertOwner() = default;
 
     // Calls Go, which deletes the alert, or Quit. The alert is locked.
     virtual void PresentAlert(BAlert* alert) = 0;
 };
+
+// The program's way of telling the user about an error: a modal alert with one "OK" button; waits
+// for it. It keeps the input from the owner's window alone, on whose thread it is called.
+void ShowAlert(BWindow* owner, const std::string& text);
+
+// The same for a job, on its own thread.
+void ShowAlert(AlertOwner* owner, const std::string& text);
+
+// The same for what concerns no window: it keeps the input from all of them. Any thread but a
+// window's.
+void ShowAlertToAll(const std::string& text);
+
+// The same without waiting: for a thread that others wait for, such as the application's.
+void LeaveAlert(const std::string& text);
+
+// Lets the alert keep the input from this window alone. With both locked, before Go.
+void BindAlert(BAlert* alert, BWindow* window);

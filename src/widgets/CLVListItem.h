@@ -51,7 +51,6 @@ public:
     // The bitmap is borrowed and must outlive the row; null empties the cell.
     void SetColumnContent(int32 column, const BBitmap* bitmap, float horizontalOffset = 2);
 
-    const char* GetColumnContentText(int32 column) const { return ColumnText(column); }
     const BBitmap* GetColumnContentBitmap(int32 column) const;
 
     void DrawItemColumn(BView* owner, BRect cell, int32 column) override;

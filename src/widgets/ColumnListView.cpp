@@ -94,11 +94,6 @@ void ColumnListView::SetSortMode(int32 column, CLVSortMode mode) {
         fHeader->Invalidate();
 }
 
-void ColumnListView::SortItems() {
-    fRows.Resort();
-    Invalidate();
-}
-
 void ColumnListView::AddItem(CLVListItem* row) {
     fRows.Add(row);
     _ContentChanged();

@@ -41,8 +41,6 @@ public:
     // Makes the column the sort key; kNone takes that from it.
     void SetSortMode(int32 column, CLVSortMode mode);
     int32 SortKey() const { return fRows.SortKey(); }
-    // What rows sort by has changed.
-    void SortItems();
 
     // Rows; full indexes count collapsed ones.
     void AddItem(CLVListItem* row);

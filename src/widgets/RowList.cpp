@@ -11,7 +11,7 @@ void RowList::Add(CLVListItem* row) {
 void RowList::MakeEmpty() {
     fRows.clear();
     fVisible.clear();
-    Resort();
+    _Resort();
     fVisibleIsStale = false;
 }
 
@@ -83,10 +83,10 @@ void RowList::_FindVisible() {
 void RowList::SetSortKey(int32 column, CLVSortMode mode) {
     fSortColumn = column;
     fSortMode = mode;
-    Resort();
+    _Resort();
 }
 
-void RowList::Resort() {
+void RowList::_Resort() {
     fSorted = 0;
     fOrderIsStale = false;
 }
@@ -107,7 +107,7 @@ void RowList::_Sort() {
     if (fSorted == fRows.size())
         return;
     if (fOrderIsStale)
-        Resort();
+        _Resort();
     if (!fHierarchical && fSortColumn >= 0 && fSortMode != CLVSortMode::kNone) {
         const auto isLess = [this](const auto& a, const auto& b) {
             return _IsLess(a.get(), b.get());

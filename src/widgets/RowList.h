@@ -38,14 +38,12 @@ public:
     void SetComparison(Comparison compare) { fCompare = compare; }
     void SetSortKey(int32 column, CLVSortMode mode);
     int32 SortKey() const { return fSortColumn; }
-    CLVSortMode SortMode() const { return fSortMode; }
-    // What rows sort by has changed.
-    void Resort();
     // What one row sorts by may have changed: it stays where it is until rows come or the order is
     // asked for anew.
     void RowChanged() { fOrderIsStale = true; }
 
 private:
+    void _Resort();
     void _Sort();
     void _FindVisible();
     bool _IsLess(const CLVListItem* a, const CLVListItem* b) const;

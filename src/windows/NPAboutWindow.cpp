@@ -1,6 +1,5 @@
 #include "windows/NPAboutWindow.h"
 
-#include "app/Messages.h"
 #include "windows/WindowSlot.h"
 
 #include <AppDefs.h>
@@ -49,13 +48,13 @@ void NPAboutWindow::Open() {
 }
 
 bool NPAboutWindow::QuitRequested() {
-    Slot().Leave(this);
+    Slot().Leave(BMessenger(this));
     return true;
 }
 
 NPAboutWindow::NPAboutWindow()
-    : BWindow(BRect(0, 0, kWidth - 1, kHeight - 1), "Itamoriについて", B_TITLED_WINDOW,
-              B_NOT_RESIZABLE | B_NOT_ZOOMABLE | B_ASYNCHRONOUS_CONTROLS | B_CLOSE_ON_ESCAPE) {
+    : OnceWindow(BRect(0, 0, kWidth - 1, kHeight - 1), "Itamoriについて", B_TITLED_WINDOW,
+                 B_NOT_RESIZABLE | B_NOT_ZOOMABLE | B_ASYNCHRONOUS_CONTROLS | B_CLOSE_ON_ESCAPE) {
     BView* view = new BView(Bounds(), "view", B_FOLLOW_ALL_SIDES, B_WILL_DRAW);
     view->SetViewColor(ui_color(B_PANEL_BACKGROUND_COLOR));
     AddChild(view);
@@ -84,11 +83,4 @@ void NPAboutWindow::_AddLines(BView* view) {
         view->AddChild(new BStringView(row, nullptr, line));
         row.OffsetBy(0, kLineHeight);
     }
-}
-
-void NPAboutWindow::MessageReceived(BMessage* message) {
-    if (message->what == kMsgActivateWindow)
-        Activate(true);
-    else
-        BWindow::MessageReceived(message);
 }

@@ -1,14 +1,13 @@
 #pragma once
 
-#include <Window.h>
+#include "windows/OnceWindow.h"
 
 // Says what the program is, its version and whose parts it uses. Deletes itself.
-class NPAboutWindow : public BWindow {
+class NPAboutWindow : public OnceWindow {
 public:
     // Brings the window to the front if there is one. Any thread.
     static void Open();
 
-    void MessageReceived(BMessage* message) override;
     bool QuitRequested() override;
 
 private:

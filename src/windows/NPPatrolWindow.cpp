@@ -1,6 +1,6 @@
 #include "windows/NPPatrolWindow.h"
 
-#include "app/Messages.h"
+#include "messages/Messages.h"
 
 #include <AppDefs.h>
 #include <Message.h>

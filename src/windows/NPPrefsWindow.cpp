@@ -1,6 +1,6 @@
 #include "windows/NPPrefsWindow.h"
 
-#include "app/Messages.h"
+#include "messages/Messages.h"
 #include "settings/SettingsFile.h"
 #include "text/Utf8Cut.h"
 #include "windows/NPFontMenu.h"
@@ -99,13 +99,13 @@ void NPPrefsWindow::Open(SettingsFile* settings) {
 }
 
 bool NPPrefsWindow::QuitRequested() {
-    Slot().Leave(this);
+    Slot().Leave(BMessenger(this));
     return true;
 }
 
 NPPrefsWindow::NPPrefsWindow(SettingsFile* settings)
-    : BWindow(BRect(0, 0, kWidth - 1, kHeight - 1), "設定", B_TITLED_WINDOW,
-              B_NOT_RESIZABLE | B_NOT_ZOOMABLE | B_ASYNCHRONOUS_CONTROLS | B_CLOSE_ON_ESCAPE),
+    : OnceWindow(BRect(0, 0, kWidth - 1, kHeight - 1), "設定", B_TITLED_WINDOW,
+                 B_NOT_RESIZABLE | B_NOT_ZOOMABLE | B_ASYNCHRONOUS_CONTROLS | B_CLOSE_ON_ESCAPE),
       fSettings(settings) {
     BView* view = new BView(Bounds(), "view", B_FOLLOW_ALL_SIDES, B_WILL_DRAW);
     view->SetViewColor(ui_color(B_PANEL_BACKGROUND_COLOR));
@@ -219,8 +219,7 @@ void NPPrefsWindow::MessageReceived(BMessage* message) {
     case kMsgEnableProxy: _EnableProxy(); break;
     case kMsgAccept: _Accept(); break;
     case kMsgCancel: PostMessage(B_QUIT_REQUESTED); break;
-    case kMsgActivateWindow: Activate(true); break;
-    default: BWindow::MessageReceived(message);
+    default: OnceWindow::MessageReceived(message);
     }
 }
 

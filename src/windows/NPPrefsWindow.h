@@ -1,7 +1,8 @@
 #pragma once
 
+#include "windows/OnceWindow.h"
+
 #include <Rect.h>
-#include <Window.h>
 
 class BBox;
 class BCheckBox;
@@ -15,7 +16,7 @@ class SettingsFile;
 // key bindings into the settings and sends the font to the application with kMsgFontChanged;
 // "Cancel" changes nothing. What is not among the choices, a font that is no longer installed or a
 // size of the user's own, stays as it is until another is chosen. Deletes itself.
-class NPPrefsWindow : public BWindow {
+class NPPrefsWindow : public OnceWindow {
 public:
     // Brings the window to the front if there is one. The settings outlive it. Any thread.
     static void Open(SettingsFile* settings);

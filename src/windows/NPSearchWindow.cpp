@@ -1,6 +1,6 @@
 #include "windows/NPSearchWindow.h"
 
-#include "app/Messages.h"
+#include "messages/Messages.h"
 
 #include <Button.h>
 #include <InterfaceDefs.h>
@@ -25,8 +25,8 @@ constexpr float kLabelWidth = 40;
 } // namespace
 
 NPSearchWindow::NPSearchWindow(const BMessenger& browser)
-    : BWindow(kFrame, "検索", B_TITLED_WINDOW,
-              B_NOT_RESIZABLE | B_NOT_ZOOMABLE | B_ASYNCHRONOUS_CONTROLS | B_CLOSE_ON_ESCAPE),
+    : OnceWindow(kFrame, "検索", B_TITLED_WINDOW,
+                 B_NOT_RESIZABLE | B_NOT_ZOOMABLE | B_ASYNCHRONOUS_CONTROLS | B_CLOSE_ON_ESCAPE),
       fBrowser(browser) {
     BView* base = new BView(Bounds(), "base", B_FOLLOW_ALL_SIDES, B_WILL_DRAW);
     base->SetViewColor(ui_color(B_PANEL_BACKGROUND_COLOR));
@@ -62,13 +62,12 @@ void NPSearchWindow::_AddViews(BView* base) {
 void NPSearchWindow::MessageReceived(BMessage* message) {
     switch (message->what) {
     case kMsgGo: _Search(); break;
-    case kMsgActivateWindow: _ComeToFront(); break;
-    default: BWindow::MessageReceived(message);
+    default: OnceWindow::MessageReceived(message);
     }
 }
 
-void NPSearchWindow::_ComeToFront() {
-    Activate(true);
+void NPSearchWindow::ComeToFront() {
+    OnceWindow::ComeToFront();
     fText->MakeFocus(true);
     fText->TextView()->SelectAll();
 }

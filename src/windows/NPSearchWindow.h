@@ -1,7 +1,8 @@
 #pragma once
 
+#include "windows/OnceWindow.h"
+
 #include <Messenger.h>
-#include <Window.h>
 
 class BRadioButton;
 class BTextControl;
@@ -9,16 +10,18 @@ class BView;
 
 // Takes the text to look for and where: in the titles of the thread list or in the article of its
 // browser window, which does the searching, a step with each kMsgSearchStep. Deletes itself.
-class NPSearchWindow : public BWindow {
+class NPSearchWindow : public OnceWindow {
 public:
     explicit NPSearchWindow(const BMessenger& browser);
 
     void MessageReceived(BMessage* message) override;
     bool QuitRequested() override;
 
+protected:
+    void ComeToFront() override;
+
 private:
     void _AddViews(BView* base);
-    void _ComeToFront();
     void _Search();
 
     // Constant after construction

@@ -1,6 +1,6 @@
 #include "windows/NPUpdateWindow.h"
 
-#include "app/Messages.h"
+#include "messages/Messages.h"
 #include "settings/Services.h"
 #include "views/BoardMenuStore.h"
 #include "widgets/Alerts.h"
@@ -63,7 +63,7 @@ void NPUpdateWindow::_PageReceived(const BMessage* message) {
     fWorker.reset();
     fComplete = WriteBBSTable(std::string(static_cast<const char*>(page), size)) == 0;
     if (!fComplete)
-        ShowAlert("書き込みに失敗しました。");
+        ShowAlert(this, "書き込みに失敗しました。");
     PostMessage(B_QUIT_REQUESTED);
 }
 

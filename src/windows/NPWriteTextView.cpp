@@ -1,6 +1,6 @@
 #include "windows/NPWriteTextView.h"
 
-#include "app/Messages.h"
+#include "messages/Messages.h"
 #include "widgets/MenuKey.h"
 
 #include <AppDefs.h>

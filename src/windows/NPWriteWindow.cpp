@@ -1,7 +1,6 @@
 #include "windows/NPWriteWindow.h"
 
-#include "app/Messages.h"
-#include "app/NPApp.h"
+#include "messages/Messages.h"
 #include "post/PostForm.h"
 #include "post/PostWorker.h"
 #include "text/Utf8Cut.h"
@@ -10,7 +9,6 @@
 #include "workers/WorkerThread.h"
 
 #include <Alert.h>
-#include <Application.h>
 #include <Button.h>
 #include <MenuField.h>
 #include <MenuItem.h>
@@ -85,11 +83,11 @@ void NPWriteWindow::Open(const WriteWindowSetup& setup) {
 }
 
 NPWriteWindow::NPWriteWindow(const WriteWindowSetup& setup)
-    : BWindow(UsableFrame(setup.frame),
-              CutAtCharacter(("書き込み - " + setup.title).c_str(), kLongestTitle).c_str(),
-              B_TITLED_WINDOW, B_ASYNCHRONOUS_CONTROLS),
+    : OnceWindow(UsableFrame(setup.frame),
+                 CutAtCharacter(("書き込み - " + setup.title).c_str(), kLongestTitle).c_str(),
+                 B_TITLED_WINDOW, B_ASYNCHRONOUS_CONTROLS),
       fTarget(setup.target), fRes(setup.res), fProxy(setup.proxy), fBrowser(setup.browser),
-      fDraft(setup.target), fNames("Name.log"), fMails("Mail.log") {
+      fKeepFrame(setup.keepFrame), fDraft(setup.target), fNames("Name.log"), fMails("Mail.log") {
     BView* base = new BView(Bounds(), "base", B_FOLLOW_ALL_SIDES, B_WILL_DRAW);
     base->SetViewColor(ui_color(B_PANEL_BACKGROUND_COLOR));
     AddChild(base);
@@ -199,8 +197,7 @@ void NPWriteWindow::MessageReceived(BMessage* message) {
     case kMsgPostFailed: _PostFailed(message); break;
     case kMsgPostDone: _PostDone(message); break;
 
-    case kMsgActivateWindow: Activate(true); break;
-    default: BWindow::MessageReceived(message);
+    default: OnceWindow::MessageReceived(message);
     }
 }
 
@@ -234,8 +231,8 @@ void NPWriteWindow::_Send() {
         return;
     auto form = std::make_unique<PostForm>();
     switch (MakePostForm(fTarget, _Text(), time(nullptr), form.get())) {
-    case PostCheck::kNoMessage: ShowAlert("メッセージが入力されていません。"); return;
-    case PostCheck::kNotEncodable: ShowAlert("使用できない文字が含まれている？"); return;
+    case PostCheck::kNoMessage: ShowAlert(this, "メッセージが入力されていません。"); return;
+    case PostCheck::kNotEncodable: ShowAlert(this, "使用できない文字が含まれている？"); return;
     case PostCheck::kGood: _Start(std::move(form));
     }
 }
@@ -290,7 +287,7 @@ void NPWriteWindow::_PostFailed(const BMessage* message) {
     _EndWorker();
     _SetUsable(true);
     if (message->FindBool("dialog", &hasBeenTold) != B_OK)
-        ShowAlert("書き込み失敗！");
+        ShowAlert(this, "書き込み失敗！");
 }
 
 // A lost answer counts as done, as the post may have arrived; its draft stays until one of it is
@@ -342,8 +339,8 @@ bool NPWriteWindow::QuitRequested() {
     if (fWorker != nullptr)
         fWorker->Stop();
     fWorker.reset();
-    if (NPApp* application = dynamic_cast<NPApp*>(be_app))
-        application->SetWriteWindowRect(Frame());
-    WriteWindowSlotOf(fTarget).Leave(this);
+    if (fKeepFrame)
+        fKeepFrame(Frame());
+    WriteWindowSlotOf(fTarget).Leave(BMessenger(this));
     return true;
 }

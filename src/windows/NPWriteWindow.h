@@ -4,12 +4,13 @@
 #include "post/PostHistory.h"
 #include "post/PostTarget.h"
 #include "windows/NPWriteTextView.h"
+#include "windows/OnceWindow.h"
 #include "workers/Jobs.h"
 
 #include <Messenger.h>
 #include <String.h>
-#include <Window.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -27,7 +28,8 @@ struct WriteWindowSetup {
     ProxySetting proxy;
     BFont font;
     NPWriteTextView::Bindings bindings = NPWriteTextView::Bindings::kPlatform;
-    BMessenger browser; // the window that shows the thread
+    BMessenger browser;                   // the window that shows the thread
+    std::function<void(BRect)> keepFrame; // called with the last frame, on the window's thread
 };
 
 // The window in which a post is composed and sent. While a post is under way nothing can be
@@ -35,7 +37,7 @@ struct WriteWindowSetup {
 // thread's draft, some seconds after the last key too, until a post of it has been confirmed.
 // Deletes itself as it closes; everything runs on its thread, the post on a worker's that talks to
 // it by messages.
-class NPWriteWindow : public BWindow {
+class NPWriteWindow : public OnceWindow {
 public:
     // Opens the window for a thread, or brings the one to the front that is open already. Any
     // thread.
@@ -74,6 +76,7 @@ private:
     const int32 fRes;
     const ProxySetting fProxy;
     const BMessenger fBrowser;
+    const std::function<void(BRect)> fKeepFrame; // empty: nobody keeps it
 
     // Window thread only
     PostDraft fDraft;

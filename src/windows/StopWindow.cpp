@@ -18,7 +18,7 @@ constexpr uint32 kFlags =
 } // namespace
 
 StopWindow::StopWindow(const char* title, float width, uint32 moreFlags)
-    : BWindow(BRect(0, 0, width - 1, kHeight - 1), title, B_TITLED_WINDOW, kFlags | moreFlags) {
+    : OnceWindow(BRect(0, 0, width - 1, kHeight - 1), title, B_TITLED_WINDOW, kFlags | moreFlags) {
     BView* base = new BView(Bounds(), "base", B_FOLLOW_ALL_SIDES, B_WILL_DRAW);
     base->SetViewColor(ui_color(B_PANEL_BACKGROUND_COLOR));
     BRect content = base->Bounds();

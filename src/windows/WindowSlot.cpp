@@ -1,6 +1,6 @@
 #include "windows/WindowSlot.h"
 
-#include "app/Messages.h"
+#include "messages/Messages.h"
 
 #include <Autolock.h>
 #include <Window.h>
@@ -19,8 +19,10 @@ BMessenger WindowSlot::Window() {
     return fWindow.IsValid() ? fWindow : BMessenger();
 }
 
-void WindowSlot::Leave(BWindow* window) {
+bool WindowSlot::Leave(const BMessenger& window) {
     const BAutolock lock(fLock);
-    if (fWindow == BMessenger(window))
+    const bool isThere = fWindow == window;
+    if (isThere)
         fWindow = BMessenger();
+    return isThere;
 }

@@ -11,8 +11,8 @@ public:
     // Sends the window that is there kMsgActivateWindow; without one, makes and shows it.
     template <typename Make>
     void Open(Make make);
-    // By the window, as it closes.
-    void Leave(BWindow* window);
+    // As the window closes; false when another is there.
+    bool Leave(const BMessenger& window);
     // The window that is there; invalid without one.
     BMessenger Window();
 

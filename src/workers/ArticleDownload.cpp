@@ -1,6 +1,5 @@
-#include "app/Messages.h"
+#include "messages/Messages.h"
 #include "net/NPHttp.h"
-#include "widgets/Alerts.h"
 #include "workers/ArticleWorkers.h"
 
 #include <cstdio>
@@ -25,7 +24,7 @@ AnswerKind ArticleDownload::Judge(NPHttp* http) {
     const AnswerKind kind = JudgeAnswer(answer);
     if (kind == AnswerKind::kRefusal) {
         fprintf(stderr, "%ld %s\n", static_cast<long>(status->code), status->reason.c_str());
-        ShowAlert("%ld %s", static_cast<long>(status->code), status->reason.c_str());
+        ShowRefusal(*status);
     }
     return kind;
 }

@@ -1,5 +1,6 @@
-#include "app/NPWindow.h"
-#include "text/cp932.h"
+#include "browser/BrowserWindow.h"
+#include "messages/Messages.h"
+#include "text/ToUtf8.h"
 #include "text/html.h"
 #include "workers/ArticleWorkers.h"
 
@@ -13,14 +14,6 @@ ArticleReader::~ArticleReader() {
     ReleaseArticle(&fArticle);
 }
 
-std::string ArticleReader::ToUtf8(const char* text, int32 length) {
-    std::string utf8(static_cast<size_t>(length) * 3, '\0');
-    int32 written = 0;
-    cp932_conv_to_utf8(text, &length, utf8.data(), &written);
-    utf8.resize(static_cast<size_t>(RemoveNulls(utf8.data(), written)));
-    return utf8;
-}
-
 void ArticleReader::ShowPart(char* part, int32 length) {
     switch (fOverlong.Take(part, length)) {
     case LinePart::kLine: _ShowLine(part, length, !fIsUtf8); break;
@@ -30,8 +23,7 @@ void ArticleReader::ShowPart(char* part, int32 length) {
 }
 
 void ArticleReader::_ShowBeginning(const std::string& beginning) {
-    const std::string utf8 =
-        fIsUtf8 ? beginning : ToUtf8(beginning.data(), static_cast<int32>(beginning.size()));
+    const std::string utf8 = fIsUtf8 ? beginning : ToUtf8(beginning);
     std::string line = EndDatLine(utf8, fCount == 0);
     _ShowLine(line.data(), static_cast<int32>(line.size()), false);
 }
@@ -47,7 +39,7 @@ void ArticleReader::_ShowLine(char* line, int32 length, bool convert) {
     if (parsed && fArticle.title != nullptr)
         fTitle = fArticle.title;
     if (parsed)
-        NPWindow::addArticleItem(&Window(), Request(), fTitle.c_str(), fCount, fArticle);
+        _AddItem(fArticle);
     ReleaseArticle(&fArticle);
 }
 
@@ -56,6 +48,18 @@ void ArticleReader::ForgetLines() {
     fOverlong = OverlongLine(); // a cut may have left the beginning of one
 }
 
+int32 ArticleReader::EndWithoutBoard() {
+    BMessage complete(kMsgThreadComplete);
+    Complete(&complete);
+    return -1;
+}
+
 void ArticleReader::EndArticles() {
-    NPWindow::addArticleItem(&Window(), Request(), fTitle.c_str(), fCount, _ArticleOut{});
+    _AddItem(_ArticleOut{});
+}
+
+void ArticleReader::_AddItem(const _ArticleOut& article) {
+    Window().CallForArticle([&](BrowserWindow* window) {
+        window->addArticleItem(Request(), fTitle.c_str(), fCount, article);
+    });
 }

@@ -1,4 +1,4 @@
-#include "app/Messages.h"
+#include "messages/Messages.h"
 #include "widgets/Alerts.h"
 #include "workers/ArticleWorkers.h"
 
@@ -7,18 +7,20 @@
 ArticleReplay::ArticleReplay(const ThreadJob& job) : ArticleReader(job) {}
 
 int32 ArticleReplay::Run() {
-    if (fUrl.Status() != 0) {
-        BMessage complete(kMsgThreadComplete);
-        Complete(&complete);
-        return -1;
-    }
+    if (fUrl.Status() != 0)
+        return EndWithoutBoard();
+    const std::string place = std::string(fUrl.Host()) + "/" + fUrl.Board() + "/" + fJob.dat;
     NPCache cache(fUrl.Host(), fUrl.Board(), fJob.dat.c_str(), NPCache::Open::kExisting);
     if (cache.Status() != 0 || cache.GetSize() == 0) {
-        ShowAlert("読み込み失敗：%s/%s/%s", fUrl.Host(), fUrl.Board(), fJob.dat.c_str());
+        ShowAlert(this, "読み込み失敗：" + place);
         Fail(kMsgThreadComplete);
         return -1;
     }
-    if (MustStop() || _Replay(&cache) == Progress::kStopped)
+    if (MustStop())
+        return 0;
+    ShowProgress(place + "を読み込み中");
+    fprintf(stderr, "reading: %s\n", place.c_str());
+    if (_Replay(&cache) == Progress::kStopped)
         return 0;
     EndArticles();
     BMessage complete(kMsgThreadComplete);
@@ -28,11 +30,9 @@ int32 ArticleReplay::Run() {
 }
 
 Progress ArticleReplay::_Replay(NPCache* cache) {
-    ShowProgress("%s/%s/%sを読み込み中", fUrl.Host(), fUrl.Board(), fJob.dat.c_str());
-    fprintf(stderr, "reading: %s/%s/%s\n", fUrl.Host(), fUrl.Board(), fJob.dat.c_str());
-    char part[kLongestShownLine + 1];
+    ServerLine part;
     for (;;) {
-        const int32 length = cache->ReadPart(part, kLongestShownLine);
+        const int32 length = cache->ReadPart(part, kLongestServerLine);
         if (MustStop())
             return Progress::kStopped;
         if (length <= 0)

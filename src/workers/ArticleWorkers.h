@@ -13,9 +13,6 @@
 
 class NPHttp;
 
-// In bytes, with its line feed: what is longer is shown cut.
-constexpr size_t kLongestShownLine = 8191;
-
 // What the readers of a thread share: lines become posts in the window, numbered by their line.
 class ArticleReader : public Worker {
 public:
@@ -26,13 +23,12 @@ protected:
     // A line, or a part of one that is longer. A complete line is counted, and shown if it parses;
     // of an overlong one its beginning is. The part is terminated here and needs room for that.
     void ShowPart(char* part, int32 length);
+    // The job names no board: the result of its thread, with the completion posted.
+    int32 EndWithoutBoard();
     // Tells the pane that all posts have come.
     void EndArticles();
     // The next part begins the first line of a thread again.
     void ForgetLines();
-    // From one encoding or the other to UTF-8, without the zero bytes of codes that are no
-    // characters.
-    static std::string ToUtf8(const char* text, int32 length);
 
     const ThreadJob& fJob;
     NPUrl fUrl;
@@ -42,6 +38,7 @@ protected:
 private:
     void _ShowLine(char* line, int32 length, bool convert);
     void _ShowBeginning(const std::string& beginning);
+    void _AddItem(const _ArticleOut& article);
 
     // A thread that was read from the server's pages is kept in UTF-8.
     const bool fIsUtf8;
@@ -88,6 +85,7 @@ protected:
 private:
     DownloadEnd _Attempt();
     void _OpenCache();
+    void _MakeCache(NPCache::Open how);
     Progress _ShowCached();
     void _StartOver();
     Progress _Ask(NPHttp* http);

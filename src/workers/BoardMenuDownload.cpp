@@ -1,37 +1,34 @@
 #include "workers/BoardMenuDownload.h"
 
-#include "app/Messages.h"
+#include "messages/Messages.h"
+#include "net/DownloadPlan.h"
 #include "net/NPHttp.h"
+#include "workers/Exchange.h"
 
 #include <Message.h>
-
-#include <charconv>
-#include <cstring>
 
 namespace {
 
 constexpr size_t kChunk = 4095;
 constexpr size_t kLongestPage = 16 * 1024 * 1024; // hundreds of times a menu
 
-// Whether the stream ended where the server said that the page ends. An empty page is none, nor is
-// one that came in chunks all the same: their lengths stand in it.
-bool IsWhole(const NPHttp& http, size_t size) {
-    const char* coding = http.FindHeader("Transfer-Encoding");
-    if (coding != nullptr && strcasecmp(coding, "identity") != 0)
-        return false;
-    const char* text = http.FindHeader("Content-Length");
-    if (text == nullptr || size == 0)
-        return size > 0;
-    size_t announced = 0;
-    const bool isNumber = std::from_chars(text, text + strlen(text), announced).ec == std::errc();
-    return !isNumber || size >= announced;
+// An empty page is none.
+bool IsWholePage(NPHttp* http, int32 lastResult, size_t size) {
+    DownloadBody body;
+    body.status = http->Status()->code;
+    body.contentLength = http->FindHeader("Content-Length");
+    body.received = static_cast<int64>(size);
+    body.lastResult = lastResult;
+    body.mayExceed = true;
+    body.transferCoding = http->FindHeader("Transfer-Encoding");
+    return size > 0 && IsWholeBody(body);
 }
 
 } // namespace
 
 int32 BoardMenuDownload::Run() {
     NPHttp http(fJob.portal.c_str(), "80");
-    if (!_Connect(&http) || !_ReadPage(&http))
+    if (!_Ask(&http) || !_ReadPage(&http))
         return fStopped ? 0 : -1;
     http.Close();
     BMessage ended(kMsgUpdateEnded);
@@ -40,21 +37,24 @@ int32 BoardMenuDownload::Run() {
     return 0;
 }
 
-bool BoardMenuDownload::_Connect(NPHttp* http) {
-    if (fJob.proxy.use)
-        http->SetProxy(fJob.proxy.host.c_str(), fJob.proxy.port.c_str());
+bool BoardMenuDownload::_Ask(NPHttp* http) {
     http->version = NPHttp::kHttp10; // a page that may come in chunks could not be stored as it is
     http->SetPath("/newbbsmenu.html");
-    http->AddHeader("Host", fJob.portal.c_str());
+    BeginRequest(http, fJob.proxy, fJob.portal);
     http->AddHeader("Connection: close");
-    _ShowStatus("接続中…");
-    if (http->Connect() != B_OK)
-        return _Fail("接続エラー");
-    _ShowStatus("送信中…");
-    if (http->Send() < 0)
-        return _Fail("送信エラー");
-    _ShowStatus("受信中…");
-    return http->ReadHeader() == 0 || _Fail("ヘッダ読み込みエラー");
+    const auto tell = [this](ExchangeStep step) {
+        _ShowStatus(step == ExchangeStep::kConnect ? "接続中…"
+                    : step == ExchangeStep::kSend  ? "送信中…"
+                                                   : "受信中…");
+    };
+    switch (Exchange(http, fJob.control.get(), tell)) {
+    case ExchangeEnd::kHead: return true;
+    case ExchangeEnd::kStopped: fStopped = true; return false;
+    case ExchangeEnd::kNotConnected: return _Fail("接続エラー");
+    case ExchangeEnd::kNotSent: return _Fail("送信エラー");
+    case ExchangeEnd::kNoHead: return _Fail("ヘッダ読み込みエラー");
+    }
+    return false;
 }
 
 // The page of another status than 200 is taken like a good one: what the portal answers is the
@@ -73,7 +73,7 @@ bool BoardMenuDownload::_ReadPage(NPHttp* http) {
         if (fPage.size() > kLongestPage)
             return _Fail(kUnreadable);
     }
-    return (length == 0 && IsWhole(*http, fPage.size())) || _Fail(kUnreadable);
+    return IsWholePage(http, length, fPage.size()) || _Fail(kUnreadable);
 }
 
 bool BoardMenuDownload::_Fail(const char* text) {

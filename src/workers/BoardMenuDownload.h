@@ -24,7 +24,7 @@ public:
     int32 Run(); // 0, or −1 when it failed
 
 private:
-    bool _Connect(NPHttp* http);
+    bool _Ask(NPHttp* http);
     bool _ReadPage(NPHttp* http);
     bool _Fail(const char* text);
     void _ShowStatus(const char* text);

@@ -1,15 +1,13 @@
 #include "workers/BookmarkListing.h"
 
-#include "app/Messages.h"
-#include "app/NPWindow.h"
+#include "browser/BrowserWindow.h"
 #include "cache/NPBookmark.h"
 #include "cache/NPCache.h"
-#include "cache/PathNames.h"
-#include "text/Utf8Cut.h"
+#include "cache/TextAttribute.h"
+#include "messages/Messages.h"
 
 #include <Directory.h>
 #include <Entry.h>
-#include <TypeConstants.h>
 #include <fs_attr.h>
 
 #include <cstdio>
@@ -19,18 +17,6 @@ namespace {
 // The bookmark folder's own entry is looked at with the title under this name.
 constexpr const char* kFolderTitle = "META:titie";
 constexpr const char* kTitle = "META:title";
-
-// A string attribute up to its first zero byte; empty when it is missing or of another type. One
-// that is longer than `longest` has one byte more, so that it can be told.
-std::string ReadText(const BNode& node, const char* name, size_t longest) {
-    attr_info info;
-    if (node.GetAttrInfo(name, &info) != B_OK || info.type != B_STRING_TYPE)
-        return "";
-    std::string text(longest + 1, '\0');
-    const ssize_t size = node.ReadAttr(name, B_STRING_TYPE, 0, text.data(), text.size());
-    text.resize(size > 0 ? size : 0);
-    return text.c_str();
-}
 
 struct Bookmark {
     std::string title;
@@ -42,19 +28,16 @@ struct Bookmark {
         return !title.empty() && !board.empty() && !dat.empty() && !server.empty();
     }
     bool HasGoodNames() const {
-        return board.size() <= kLongestBookmarkBoard && dat.size() <= kLongestBookmarkDat &&
-               server.size() <= kLongestBookmarkServer && IsGoodComponent(server.c_str()) &&
-               IsGoodBoardFolder(board.c_str()) && IsGoodComponent(dat.c_str());
+        return NPBookmark::AreGoodNames(server.c_str(), board.c_str(), dat.c_str());
     }
 };
 
 Bookmark ReadBookmark(const BNode& node, const char* titleName) {
     Bookmark bookmark;
-    bookmark.title = ReadText(node, titleName, kLongestBookmarkTitle);
-    bookmark.title = CutAtCharacter(bookmark.title.c_str(), kLongestBookmarkTitle);
-    bookmark.board = ReadText(node, "board", kLongestBookmarkBoard);
-    bookmark.dat = ReadText(node, "dat", kLongestBookmarkDat);
-    bookmark.server = ReadText(node, "server", kLongestBookmarkServer);
+    bookmark.title = ReadTitle(node, titleName);
+    bookmark.board = ReadTextAttribute(node, "board", kLongestBookmarkBoard);
+    bookmark.dat = ReadTextAttribute(node, "dat", kLongestBookmarkDat);
+    bookmark.server = ReadTextAttribute(node, "server", kLongestBookmarkServer);
     return bookmark;
 }
 
@@ -85,12 +68,13 @@ int32 BookmarkListing::Run() {
     BDirectory folder;
     const status_t status = NPBookmark::GetBookmarkDirectory(&folder);
     if (status != B_OK && status != B_ENTRY_NOT_FOUND) {
-        ShowAlert("ブックマークの読み込み失敗！");
+        ShowAlert(this, "ブックマークの読み込み失敗！");
         Fail(kMsgBoardComplete);
         return -1;
     }
-    NPWindow::addBookmarkItem(&Window(), Request(), 0, nullptr, nullptr, nullptr, nullptr, nullptr,
-                              0);
+    Window().CallForThreads([this](BrowserWindow* window) {
+        window->addBookmarkItem(Request(), 0, nullptr, nullptr, nullptr, nullptr, nullptr, 0);
+    });
     ShowProgress("ブックマークを読み込み中");
     fprintf(stderr, "reading bookmark.\n");
     if (MustStop() || (status == B_OK && _AddAll(&folder) == Progress::kStopped))
@@ -114,23 +98,20 @@ Progress BookmarkListing::_AddAll(BDirectory* folder) {
 
 void BookmarkListing::_Add(const BNode& node, const char* titleName) {
     const Bookmark bookmark = ReadBookmark(node, titleName);
-    if (!bookmark.IsWhole())
+    if (!bookmark.IsWhole() || !bookmark.HasGoodNames())
         return;
-    if (!bookmark.HasGoodNames()) {
-        fprintf(stderr, "bookmarks: refused \"%s\", \"%s\", \"%s\"\n", bookmark.server.c_str(),
-                bookmark.board.c_str(), bookmark.dat.c_str());
-        return;
-    }
     const CachedCopy copy = FindCopy(bookmark);
     char count[16];
     snprintf(count, sizeof(count), "%ld", static_cast<long>(copy.count));
-    NPWindow::addBookmarkItem(&Window(), Request(), ++fCount, bookmark.title.c_str(),
-                              bookmark.server.c_str(), bookmark.board.c_str(), bookmark.dat.c_str(),
-                              count, copy.modified);
+    fCount++;
+    Window().CallForThreads([&](BrowserWindow* window) {
+        window->addBookmarkItem(Request(), fCount, bookmark.title.c_str(), bookmark.server.c_str(),
+                                bookmark.board.c_str(), bookmark.dat.c_str(), count, copy.modified);
+    });
 }
 
 void BookmarkListing::_Complete() {
-    SetTitle("ブックマーク (%ld)", static_cast<long>(fCount));
+    SetTitle("ブックマーク (" + std::to_string(fCount) + ")");
     BMessage complete(kMsgBoardComplete);
     complete.AddBool("sort_modification", true);
     complete.AddBool("bookmark", true);

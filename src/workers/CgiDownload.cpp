@@ -1,6 +1,6 @@
-#include "app/Messages.h"
+#include "messages/Messages.h"
 #include "net/NPHttp.h"
-#include "widgets/Alerts.h"
+#include "text/ToUtf8.h"
 #include "workers/ArticleWorkers.h"
 
 #include <string_view>
@@ -8,18 +8,9 @@
 // Whatever the request for this thread says of its posts, the cached ones count: a wrong start
 // would leave posts out or double them.
 void CgiDownload::PrepareRequest(NPHttp* http) {
-    std::string board = fUrl.Board();
-    std::string prefix;
-    const size_t slash = board.find('/');
-    if (slash != board.npos) {
-        prefix = "/" + board.substr(0, slash);
-        board.erase(0, slash + 1);
-    }
     const std::string key = fJob.dat.substr(0, fJob.dat.find('.'));
     const int32 start = Extends() ? fCount + 1 : 1;
-    http->SetPath(
-        (prefix + "/bbs/read.cgi?BBS=" + board + "&KEY=" + key + "&START=" + std::to_string(start))
-            .c_str());
+    http->SetPath((MakeReadCgiPath(fUrl.Board(), key) + "&START=" + std::to_string(start)).c_str());
     fPage = CgiPage();
     fSkipsNext = Extends();
 }
@@ -28,7 +19,7 @@ AnswerKind CgiDownload::Judge(NPHttp* http) {
     const NPHttp::StatusRecord* status = http->Status();
     if (status->code == 200)
         return AnswerKind::kBody;
-    ShowAlert("%ld %s", static_cast<long>(status->code), status->reason.c_str());
+    ShowRefusal(*status);
     return AnswerKind::kRefusal;
 }
 
@@ -42,18 +33,17 @@ void CgiDownload::TakePart(char* part, int32 length) {
     if (kind == LinePart::kInside)
         return;
     const std::string beginning = fOverlong.TakeBeginning();
-    const std::string line =
-        kind == LinePart::kLine
-            ? ToUtf8(part, length)
-            : EndPageLine(ToUtf8(beginning.data(), static_cast<int32>(beginning.size())));
+    const std::string line = kind == LinePart::kLine
+                                 ? ToUtf8(std::string_view(part, static_cast<size_t>(length)))
+                                 : EndPageLine(ToUtf8(beginning));
     if (fPage.TakeLine(line))
         _TakePost(fPage.TakeDatLine());
 }
 
 // Many a page has no line feed behind its last tag.
 bool CgiDownload::EndsInsideLine(NPHttp* http) const {
-    char rest[kLongestShownLine];
-    const int32 length = http->ReadReceived(rest, sizeof(rest));
+    ServerLine rest;
+    const int32 length = http->ReadReceived(rest, kLongestServerLine);
     if (length <= 0)
         return http->IsInsideLine();
     const std::string_view line(rest, static_cast<size_t>(length));

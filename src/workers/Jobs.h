@@ -1,8 +1,8 @@
 #pragma once
 
+#include "browser/WindowLink.h"
 #include "net/ThreadAddress.h"
 #include "settings/ProxySetting.h"
-#include "workers/WindowLink.h"
 #include "workers/WorkerControl.h"
 
 #include <SupportDefs.h>

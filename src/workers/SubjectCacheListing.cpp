@@ -1,6 +1,6 @@
-#include "app/Messages.h"
-#include "app/NPWindow.h"
 #include "cache/NPCache.h"
+#include "cache/TextAttribute.h"
+#include "messages/Messages.h"
 #include "widgets/Alerts.h"
 #include "workers/SubjectWorkers.h"
 
@@ -9,48 +9,30 @@
 #include <Node.h>
 
 #include <cstdio>
-#include <cstring>
-
-namespace {
-
-constexpr size_t kLongestTitle = 4095;
-
-// An attribute as text, cut to the longest title; empty without one.
-std::string ReadTitle(const BNode& node) {
-    std::string title(kLongestTitle, '\0');
-    const ssize_t size = node.ReadAttr("title", B_STRING_TYPE, 0, title.data(), title.size());
-    title.resize(size > 0 ? size : 0);
-    title.resize(strlen(title.c_str()));
-    return title;
-}
-
-} // namespace
-
-SubjectCacheListing::SubjectCacheListing(const SubjectJob& job)
-    : Worker(job.window, job.control), fJob(job), fUrl(job.url.c_str()) {}
 
 int32 SubjectCacheListing::Run() {
     if (fUrl.Status() != 0) {
         Fail(kMsgBoardComplete);
         return -1;
     }
+    const std::string place = std::string(fUrl.Host()) + "/" + fUrl.Board();
     BDirectory folder;
     const status_t status = NPCache::FindDatDirectory(fUrl.Host(), fUrl.Board(), &folder);
     if (status != B_OK && status != B_ENTRY_NOT_FOUND) {
-        ShowAlert("読み込み失敗：%s/%s", fUrl.Host(), fUrl.Board());
+        ShowAlert(this, "読み込み失敗：" + place);
         Fail(kMsgBoardComplete);
         return -1;
     }
-    NPWindow::addThreadItem(&Window(), Request(), 0, fJob.url.c_str(), nullptr, nullptr);
-    ShowProgress("%s/%sを読み込み中", fUrl.Host(), fUrl.Board());
-    fprintf(stderr, "reading: %s/%s\n", fUrl.Host(), fUrl.Board());
+    BeginList();
+    ShowProgress(place + "を読み込み中");
+    fprintf(stderr, "reading: %s\n", place.c_str());
     BEntry entry;
     while (status == B_OK && folder.GetNextEntry(&entry) == B_OK) {
         if (MustStop())
             return 0;
         _AddFile(entry);
     }
-    SetTitle("%s (%ld)", fJob.board.c_str(), static_cast<long>(fCount));
+    ShowCount();
     BMessage complete(kMsgBoardComplete);
     complete.AddString("board", fJob.board.c_str());
     complete.AddString("url", fJob.url.c_str());
@@ -69,6 +51,5 @@ void SubjectCacheListing::_AddFile(const BEntry& entry) {
     node.ReadAttr("res_num", B_INT32_TYPE, 0, &count, sizeof(count));
     char countText[16];
     snprintf(countText, sizeof(countText), "%ld", static_cast<long>(count));
-    NPWindow::addThreadItem(&Window(), Request(), ++fCount, ReadTitle(node).c_str(), countText,
-                            name);
+    AddThread(++fCount, ReadTitle(node, "title").c_str(), countText, name);
 }

@@ -1,19 +1,10 @@
-#include "app/Messages.h"
-#include "app/NPWindow.h"
+#include "messages/Messages.h"
 #include "net/NPHttp.h"
 #include "net/lines.h"
 #include "text/html.h"
-#include "widgets/Alerts.h"
 #include "workers/SubjectWorkers.h"
 
 #include <cstdio>
-
-namespace {
-constexpr size_t kLongestLine = 8191;
-}
-
-SubjectDownload::SubjectDownload(const SubjectJob& job)
-    : Worker(job.window, job.control), fJob(job), fUrl(job.url.c_str()) {}
 
 int32 SubjectDownload::Run() {
     if (fUrl.Status() != 0) {
@@ -28,7 +19,7 @@ int32 SubjectDownload::Run() {
         progress = _ReadLines(&http);
     if (progress != Progress::kGoOn)
         return progress == Progress::kStopped ? 0 : -1;
-    SetTitle("%s (%ld)", fJob.board.c_str(), static_cast<long>(fCount));
+    ShowCount();
     BMessage complete(kMsgBoardComplete);
     complete.AddString("url", fJob.url.c_str());
     Complete(&complete);
@@ -37,15 +28,9 @@ int32 SubjectDownload::Run() {
 }
 
 Progress SubjectDownload::_Request(NPHttp* http) {
-    if (fJob.proxy.use)
-        http->SetProxy(fJob.proxy.host.c_str(), fJob.proxy.port.c_str());
     http->SetPath(("/" + std::string(fUrl.Board()) + "/subject.txt").c_str());
-    http->AddHeader("Host", fUrl.Host());
-    http->AddHeader("User-Agent", get_user_agent());
-    http->AddHeader("Connection: close");
-    ShowProgress("%sへ接続中", fUrl.Host());
-    const Progress progress = Connect(http, kMsgBoardComplete);
-    return progress == Progress::kGoOn ? Exchange(http, kMsgBoardComplete) : progress;
+    BeginReading(http, fJob.proxy, fUrl.Host());
+    return Ask(http, fUrl.Host(), kMsgBoardComplete);
 }
 
 Progress SubjectDownload::_CheckStatus(NPHttp* http) {
@@ -55,18 +40,18 @@ Progress SubjectDownload::_CheckStatus(NPHttp* http) {
     const NPHttp::StatusRecord* status = http->Status();
     if (status->code == 200)
         return Progress::kGoOn;
-    ShowAlert("%ld %s", static_cast<long>(status->code), status->reason.c_str());
+    ShowRefusal(*status);
     return Fail(kMsgBoardComplete);
 }
 
 Progress SubjectDownload::_ReadLines(NPHttp* http) {
-    SetTitle("%s", fJob.board.c_str());
-    _AddItem(0, fJob.url.c_str(), nullptr, nullptr);
-    ShowProgress("%sから受信中", fUrl.Host());
-    char line[kLongestLine + 1];
+    SetTitle(fJob.board);
+    BeginList();
+    ShowProgress(std::string(fUrl.Host()) + "から受信中");
+    ServerLine line;
     _SubjectOut subject;
     for (;;) {
-        const int32 length = http->ReadLine(line, kLongestLine);
+        const int32 length = http->ReadLine(line, kLongestServerLine);
         if (length <= 0)
             break;
         line[length] = '\0';
@@ -75,13 +60,8 @@ Progress SubjectDownload::_ReadLines(NPHttp* http) {
         if (MustStop())
             return Progress::kStopped;
         if (parseSubject(line, &subject) == 0)
-            _AddItem(fCount, subject.title, subject.count, subject.dat);
+            AddThread(fCount, subject.title, subject.count, subject.dat);
     }
     http->Close();
     return MustStop() ? Progress::kStopped : Progress::kGoOn;
-}
-
-void SubjectDownload::_AddItem(int32 number, const char* title, const char* count,
-                               const char* dat) {
-    NPWindow::addThreadItem(&Window(), Request(), number, title, count, dat);
 }

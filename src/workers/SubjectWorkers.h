@@ -6,33 +6,41 @@
 class BEntry;
 class BMessage;
 
-// Lists a board's threads: downloads its subject.txt, or reads its cache folder. A list begins with
-// an item of number 0; lines that don't parse use up their number.
-class SubjectDownload : public Worker {
+// What both listings of a board's threads share. A list begins with an item of number 0; lines that
+// don't parse use up their number.
+class SubjectReader : public Worker {
 public:
-    explicit SubjectDownload(const SubjectJob& job);
-    int32 Run();
+    explicit SubjectReader(const SubjectJob& job);
 
-private:
-    Progress _Request(class NPHttp* http);
-    Progress _CheckStatus(class NPHttp* http);
-    Progress _ReadLines(class NPHttp* http);
-    void _AddItem(int32 number, const char* title, const char* count, const char* dat);
+protected:
+    void BeginList() { AddThread(0, fJob.url.c_str(), nullptr, nullptr); }
+    // In the window's title, behind the board's name.
+    void ShowCount() { SetTitle(fJob.board + " (" + std::to_string(fCount) + ")"); }
+    void AddThread(int32 number, const char* title, const char* count, const char* dat);
 
     const SubjectJob& fJob;
     NPUrl fUrl;
     int32 fCount = 0;
 };
 
-class SubjectCacheListing : public Worker {
+// Downloads the board's subject.txt.
+class SubjectDownload : public SubjectReader {
 public:
-    explicit SubjectCacheListing(const SubjectJob& job);
+    using SubjectReader::SubjectReader;
+    int32 Run();
+
+private:
+    Progress _Request(class NPHttp* http);
+    Progress _CheckStatus(class NPHttp* http);
+    Progress _ReadLines(class NPHttp* http);
+};
+
+// Reads the board's cache folder.
+class SubjectCacheListing : public SubjectReader {
+public:
+    using SubjectReader::SubjectReader;
     int32 Run();
 
 private:
     void _AddFile(const BEntry& entry);
-
-    const SubjectJob& fJob;
-    NPUrl fUrl;
-    int32 fCount = 0;
 };

@@ -1,5 +1,5 @@
-#include "app/Messages.h"
-#include "app/NPWindow.h"
+#include "browser/BrowserWindow.h"
+#include "messages/Messages.h"
 #include "net/NPHttp.h"
 #include "workers/ArticleWorkers.h"
 
@@ -17,11 +17,8 @@ constexpr const char* kNotKeptWords = "キャッシュに書き込めません";
 ThreadDownload::ThreadDownload(const ThreadJob& job) : ArticleReader(job) {}
 
 int32 ThreadDownload::Run() {
-    if (fUrl.Status() != 0) {
-        BMessage complete(kMsgThreadComplete);
-        Complete(&complete);
-        return -1;
-    }
+    if (fUrl.Status() != 0)
+        return EndWithoutBoard();
     DownloadEnd end = DownloadEnd::kCacheChanged;
     for (int i = 0; i < kMostAttempts && end == DownloadEnd::kCacheChanged; i++)
         end = _Attempt();
@@ -48,8 +45,7 @@ void ThreadDownload::_OpenCache() {
     fCache.reset();
     if (!fJob.cacheEnabled)
         return;
-    fCache = std::make_unique<NPCache>(fUrl.Host(), fUrl.Board(), fJob.dat.c_str(),
-                                       NPCache::Open::kCreate);
+    _MakeCache(NPCache::Open::kCreate);
     if (fCache->Status() != 0)
         return;
     // A crash may have left a part of a line; what another download is writing is left alone.
@@ -61,10 +57,17 @@ void ThreadDownload::_OpenCache() {
     fHasCache = fCachedSize > 0;
 }
 
+void ThreadDownload::_MakeCache(NPCache::Open how) {
+    fCache = std::make_unique<NPCache>(fUrl.Host(), fUrl.Board(), fJob.dat.c_str(), how);
+    if (!fCache->FolderTrouble().empty())
+        ShowAlert(this, fCache->FolderTrouble());
+}
+
 // What an attempt or a body that came to nothing has shown goes.
 void ThreadDownload::_StartOver() {
     if (fCount > 0)
-        NPWindow::restartArticles(&Window(), Request());
+        Window().CallForArticle(
+            [this](BrowserWindow* window) { window->restartArticles(Request()); });
     ForgetLines();
     fKept = 0;
 }
@@ -72,10 +75,10 @@ void ThreadDownload::_StartOver() {
 Progress ThreadDownload::_ShowCached() {
     if (!fHasCache)
         return Progress::kGoOn;
-    char part[kLongestShownLine + 1];
+    ServerLine part;
     // Another download may be appending.
     for (int64 read = 0; read < fCachedSize;) {
-        const int32 length = fCache->ReadPart(part, kLongestShownLine);
+        const int32 length = fCache->ReadPart(part, kLongestServerLine);
         if (MustStop())
             return Progress::kStopped;
         if (length <= 0)
@@ -84,23 +87,15 @@ Progress ThreadDownload::_ShowCached() {
         _Show(part, length);
     }
     fKept = fCount;
-    NPWindow::returnToPlace(&Window(), Request());
+    Window().CallForArticle([this](BrowserWindow* window) { window->returnToPlace(Request()); });
     fprintf(stderr, "Reading cache finished.\n");
     return Progress::kGoOn;
 }
 
 Progress ThreadDownload::_Ask(NPHttp* http) {
-    if (fJob.proxy.use)
-        http->SetProxy(fJob.proxy.host.c_str(), fJob.proxy.port.c_str());
-    http->AddHeader("Host", fUrl.Host());
-    http->AddHeader("User-Agent", get_user_agent());
-    http->AddHeader("Connection: close");
+    BeginReading(http, fJob.proxy, fUrl.Host());
     PrepareRequest(http);
-    ShowProgress("%sへ接続中", fUrl.Host());
-    if (MustStop())
-        return Progress::kStopped;
-    const Progress progress = Connect(http, kMsgThreadComplete);
-    return progress == Progress::kGoOn ? Exchange(http, kMsgThreadComplete) : progress;
+    return Ask(http, fUrl.Host(), kMsgThreadComplete);
 }
 
 DownloadEnd ThreadDownload::_Receive(NPHttp* http) {
@@ -135,12 +130,11 @@ bool ThreadDownload::_IsAsAsked() {
 }
 
 DownloadEnd ThreadDownload::_ReadBody(NPHttp* http) {
-    ShowProgress("%sから受信中", fUrl.Host());
+    ShowProgress(std::string(fUrl.Host()) + "から受信中");
     if (ReplacesCache()) {
         _StartOver();
         fReplaced = std::move(fCache);
-        fCache = std::make_unique<NPCache>(fUrl.Host(), fUrl.Board(), fJob.dat.c_str(),
-                                           NPCache::Open::kBeside);
+        _MakeCache(NPCache::Open::kBeside);
     }
     fAppends = fCache != nullptr && fCache->MarkUnfinished() == B_OK;
     if (fAppends)
@@ -163,10 +157,10 @@ bool ThreadDownload::EndsInsideLine(NPHttp* http) const {
 
 // False when it must stop.
 bool ThreadDownload::_ReadParts(NPHttp* http, DownloadBody* body) {
-    char part[kLongestShownLine + 1];
+    ServerLine part;
     int64 lineStart = 0;
     while (!HasAll()) {
-        const int32 length = http->ReadPart(part, kLongestShownLine);
+        const int32 length = http->ReadPart(part, kLongestServerLine);
         if (MustStop())
             return false;
         if (length <= 0 || body->received - lineStart > kLongestKeptLine) {
@@ -266,7 +260,7 @@ DownloadEnd ThreadDownload::_Replace(DownloadEnd end) {
 Progress ThreadDownload::Fail(uint32 completion) {
     if (fCount > 0)
         EndArticles();
-    ShowProgress("%s", fEnding);
+    ShowProgress(fEnding);
     BMessage complete(completion);
     Complete(&complete);
     return Progress::kFailed;
@@ -295,5 +289,5 @@ void ThreadDownload::_Complete(DownloadEnd end) {
     if (IsPartialEnd(end))
         complete.AddBool("cut", true);
     Complete(&complete);
-    ShowProgress("%s", fEnding);
+    ShowProgress(fEnding);
 }

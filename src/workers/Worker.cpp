@@ -1,54 +1,32 @@
 #include "workers/Worker.h"
 
-#include "app/NPWindow.h"
+#include "browser/BrowserWindow.h"
 #include "net/NPHttp.h"
+#include "workers/Exchange.h"
 
-#include <cstdarg>
 #include <cstdio>
-
-namespace {
-
-std::string Format(const char* format, va_list arguments) {
-    va_list again;
-    va_copy(again, arguments);
-    std::string text(vsnprintf(nullptr, 0, format, arguments), '\0');
-    vsnprintf(text.data(), text.size() + 1, format, again);
-    va_end(again);
-    return text;
-}
-
-} // namespace
 
 Worker::Worker(std::shared_ptr<WindowLink> window, std::shared_ptr<WorkerControl> control)
     : fWindow(std::move(window)), fControl(std::move(control)) {}
 
-void Worker::ShowProgress(const char* format, ...) {
-    va_list arguments;
-    va_start(arguments, format);
-    const std::string text = Format(format, arguments);
-    va_end(arguments);
-    _Tell([&](NPWindow* window) { window->PostProgressData(text.c_str(), 0); });
+void Worker::ShowProgress(const std::string& text) {
+    _Tell([&](BrowserWindow* window) { window->PostProgressData(text.c_str(), 0); });
 }
 
-void Worker::SetTitle(const char* format, ...) {
-    va_list arguments;
-    va_start(arguments, format);
-    const std::string text = Format(format, arguments);
-    va_end(arguments);
-    _Tell([&](NPWindow* window) { window->SetTitle(text.c_str()); });
+void Worker::SetTitle(const std::string& title) {
+    _Tell([&](BrowserWindow* window) { window->SetTitle(title.c_str()); });
 }
 
 // The window's thread stops workers: with the window locked, the answer holds.
-void Worker::_Tell(const std::function<void(NPWindow*)>& tell) {
-    fWindow->Call([&](NPWindow* window) {
+void Worker::_Tell(const WindowLink::Calling& tell) {
+    fWindow->Call([&](BrowserWindow* window) {
         if (!fControl->IsStopped())
             tell(window);
     });
 }
 
 void Worker::PresentAlert(BAlert* alert) {
-    fWindow->Call([alert](NPWindow* window) { BindAlert(alert, window); });
-    fControl->PresentAlert(alert);
+    fControl->PresentAlert(alert, fWindow->Messenger());
 }
 
 void Worker::Complete(BMessage* message) {
@@ -63,23 +41,29 @@ Progress Worker::Fail(uint32 completion) {
     return Progress::kFailed;
 }
 
-Progress Worker::Connect(NPHttp* http, uint32 completion) {
-    const status_t status = http->Connect();
-    if (MustStop())
-        return Progress::kStopped;
-    if (status == B_OK)
-        return Progress::kGoOn;
-    ShowAlert("接続エラー: %s", http->ErrorStr());
+void Worker::BeginReading(NPHttp* http, const ProxySetting& proxy, const char* host) {
+    BeginRequest(http, proxy, host);
+    http->AddHeader("User-Agent", get_user_agent());
+    http->AddHeader("Connection: close");
+}
+
+Progress Worker::Ask(NPHttp* http, const char* host, uint32 completion) {
+    const auto tell = [&](ExchangeStep step) {
+        if (step == ExchangeStep::kConnect)
+            ShowProgress(std::string(host) + "へ接続中");
+    };
+    switch (Exchange(http, fControl.get(), tell)) {
+    case ExchangeEnd::kHead: return Progress::kGoOn;
+    case ExchangeEnd::kStopped: return Progress::kStopped;
+    case ExchangeEnd::kNotConnected:
+        ShowAlert(this, std::string("接続エラー: ") + http->ErrorStr());
+        break;
+    case ExchangeEnd::kNotSent:
+    case ExchangeEnd::kNoHead: fprintf(stderr, "ReadHeader()\n"); break;
+    }
     return Fail(completion);
 }
 
-Progress Worker::Exchange(NPHttp* http, uint32 completion) {
-    const bool sent = http->Send() >= 0;
-    const bool read = sent && http->ReadHeader() == 0;
-    if (MustStop())
-        return Progress::kStopped;
-    if (read)
-        return Progress::kGoOn;
-    fprintf(stderr, "ReadHeader()\n");
-    return Fail(completion);
+void Worker::ShowRefusal(const ResponseHead::StatusRecord& status) {
+    ShowAlert(this, std::to_string(status.code) + " " + status.reason);
 }

@@ -30,9 +30,9 @@ public:
     void DeletePort();
     void TakeCursor();
     void ReleaseCursor();
-    // By the worker: shows the alert, which is locked, and waits for its end. No alert comes after
-    // a stop.
-    void PresentAlert(BAlert* alert);
+    // By the worker: shows the alert, which is locked, and waits for its end. It keeps the input
+    // from the window that the worker works for, and goes with it. No alert comes after a stop.
+    void PresentAlert(BAlert* alert, const BMessenger& window);
 
 private:
     const port_id fPort;
@@ -42,6 +42,9 @@ private:
     BLocker fAlertLock; // innermost
     BMessenger fAlert;  // guarded by fAlertLock; the one that is open
 };
+
+// Whether a stop has come through a worker's port; waits for none.
+bool IsToldToStop(port_id port);
 
 // Asks the application for the busy cursor, or gives one request back. Any thread.
 void PostCursorMessage(bool busy);

@@ -1,8 +1,8 @@
 // The program's board-menu update and preferences, driven from beside it.
 #include "app/ChildDrivers.h"
 
-#include "app/Messages.h"
 #include "app/NPWindow.h"
+#include "messages/Messages.h"
 #include "support/AlertWatch.h"
 #include "support/OpenWindow.h"
 #include "views/NPArticleView.h"

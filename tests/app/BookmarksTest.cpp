@@ -51,8 +51,7 @@ protected:
         return fBrowser.Locked(
             [&] {
                 const NPThreadItem* item = List()->ThreadAt(row);
-                return item != nullptr && item->IsMarked() &&
-                       item->GetColumnContentBitmap(kColumnMark) != nullptr;
+                return item != nullptr && item->GetColumnContentBitmap(kColumnMark) != nullptr;
             },
             false);
     }

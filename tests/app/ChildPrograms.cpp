@@ -3,9 +3,9 @@
 #include "support/ChildProgram.h"
 
 #include "app/ChildDrivers.h"
-#include "app/Messages.h"
 #include "app/NPApp.h"
 #include "app/NPWindow.h"
+#include "messages/Messages.h"
 #include "support/AlertWatch.h"
 #include "views/NPBoardListView.h"
 #include "views/NPThreadView.h"

@@ -1,8 +1,8 @@
 #include "WindowsDriver.h"
 
-#include "app/Messages.h"
 #include "app/NPApp.h"
 #include "app/NPWindow.h"
+#include "messages/Messages.h"
 #include "views/NPArticleView.h"
 
 #include "server/DemoServer.h"

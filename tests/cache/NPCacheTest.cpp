@@ -1,5 +1,4 @@
 #include "cache/NPCache.h"
-#include "cache/PathNames.h"
 
 #include "support/ScratchFolder.h"
 

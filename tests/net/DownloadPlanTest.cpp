@@ -42,6 +42,12 @@ TEST(DownloadPlan, ABodyIsWholeWhenNothingOfItOrBehindItIsMissing) {
         {{206, "10", "bytes 5-14/99999999999999999999", 10, false, 0}, true},
         {{206, "10", "nonsense", 10, false, 0}, true},
         {{200, "10", "bytes 5-14/16", 10, false, 0}, true},
+        {{200, "10", nullptr, 11, false, 0}, false},
+        {{200, "10", nullptr, 11, false, 0, true}, true},
+        {{200, "10", nullptr, 9, false, 0, true}, false},
+        {{200, "nonsense", nullptr, 9, false, 0, true}, true},
+        {{200, nullptr, nullptr, 9, false, 0, true, "chunked"}, false},
+        {{200, nullptr, nullptr, 9, false, 0, true, "Identity"}, true},
     };
     for (const auto& item : kCases)
         EXPECT_EQ(IsWholeBody(item.body), item.isWhole) << &item - kCases;

@@ -1,5 +1,5 @@
 #include "post/PostWorker.h"
-#include "app/Messages.h"
+#include "messages/Messages.h"
 #include "net/NPHttp.h"
 #include "support/AlertWatch.h"
 #include "support/RawServer.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/Messages.h"
 #include "app/NPWindow.h"
+#include "messages/Messages.h"
 #include "net/NPUrl.h"
 #include "settings/SettingsFile.h"
 #include "views/NPArticleView.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/Messages.h"
+#include "messages/Messages.h"
 #include "views/NPTextView.h"
 #include "views/PopUpTextView.h"
 #include "views/PopUpWindow.h"

@@ -1,7 +1,7 @@
 #include "windows/NPPrefsWindow.h"
 
 #include "app/DefaultSettings.h"
-#include "app/Messages.h"
+#include "messages/Messages.h"
 #include "settings/SettingsFile.h"
 #include "support/OpenWindow.h"
 #include "support/ScratchFolder.h"

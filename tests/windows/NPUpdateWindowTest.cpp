@@ -1,6 +1,6 @@
 #include "windows/NPUpdateWindow.h"
 
-#include "app/Messages.h"
+#include "messages/Messages.h"
 #include "support/AlertWatch.h"
 #include "support/OpenWindow.h"
 #include "support/RawServer.h"

@@ -1,6 +1,6 @@
 #include "windows/NPWriteWindow.h"
 
-#include "app/Messages.h"
+#include "messages/Messages.h"
 #include "net/NPHttp.h"
 #include "support/AlertWatch.h"
 #include "support/Browser.h"

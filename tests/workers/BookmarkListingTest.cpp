@@ -72,7 +72,7 @@ TEST(BookmarkListing, BookmarksAreListedWithTheirCachedCountsNewestFirst) {
         for (int32 i = 0; i < 3; i++) {
             EXPECT_EQ(list->ThreadAt(i)->State(), i < 2 ? kCached : kNotFetched);
             EXPECT_STREQ(list->ThreadAt(i)->Url(), "http://board.example/news/index.html");
-            EXPECT_TRUE(list->ThreadAt(i)->IsMarked());
+            EXPECT_TRUE(list->ThreadAt(i)->GetColumnContentBitmap(kColumnMark) != nullptr);
         }
         return true;
     }));

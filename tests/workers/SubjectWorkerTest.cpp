@@ -4,9 +4,9 @@
 #include "support/RawServer.h"
 #include "support/ScratchFolder.h"
 
+#include "browser/WindowLink.h"
 #include "cache/NPCache.h"
 #include "net/NPHttp.h"
-#include "workers/WindowLink.h"
 
 #include <gtest/gtest.h>
 
@@ -175,13 +175,15 @@ TEST(SubjectWorker, AReplacedWorkerTouchesNothing) {
     EXPECT_TRUE(browser.WaitForTitle("ニュース (1)"));
     WindowLink link(browser.Window());
     const port_id replaced = 1 << 30;
-    NPWindow::addThreadItem(&link, replaced, 0, "http://board.example/old/", nullptr, nullptr);
-    NPWindow::addThreadItem(&link, replaced, 1, "old", "1", "9.dat");
-    NPWindow::addBookmarkItem(&link, replaced, 0, nullptr, nullptr, nullptr, nullptr, nullptr, 0);
+    EXPECT_TRUE(link.CallForThreads([](BrowserWindow* window) {
+        window->addThreadItem(replaced, 0, "http://board.example/old/", nullptr, nullptr);
+        window->addThreadItem(replaced, 1, "old", "1", "9.dat");
+        window->addBookmarkItem(replaced, 0, nullptr, nullptr, nullptr, nullptr, nullptr, 0);
+    }));
     EXPECT_EQ(browser.Column(kColumnDat), Texts{"1.dat"});
 }
 
-TEST(ProxySetting, OneThatDoesNotFitStopsNothingAndIsTold) {
+TEST(NewWorkers, OneThatCantBeStartedStopsNothing) {
     ScratchFolder folder;
     MessageCounter cursor(kMsgBusyCursor);
     RawServer server({RawServer::Stall(Answer("1.dat<>a (1)\n"))});
@@ -216,6 +218,18 @@ TEST(ProxySetting, OneThatDoesNotFitStopsNothingAndIsTold) {
         expectAlert(text);
         browser.Settings().Replace(test.key, "1");
     }
+    std::vector<port_id> ports; // all that there are: none is left to stop a worker by
+    while (ports.empty() || ports.back() >= 0)
+        ports.push_back(create_port(1, "all of them"));
+    browser.SelectBoard("http://other.example/news/");
+    browser.SelectThread("2.dat");
+    browser.Messenger().SendMessage(kMsgListBookmarks);
+    EXPECT_TRUE(server::testing::WaitUntilIdle(browser.Window()));
+    for (const port_id port : ports)
+        delete_port(port);
+    MessageCounter mark(kMsgToggleClick); // comes behind all that were sent before it
+    be_app_messenger.SendMessage(kMsgToggleClick);
+    EXPECT_TRUE(server::testing::WaitUntil([&] { return mark.Count() == 1; }));
     EXPECT_EQ(cursor.Count(), 2); // nobody gave it back
 }
 

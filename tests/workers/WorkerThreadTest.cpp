@@ -1,6 +1,7 @@
 #include "workers/WorkerThread.h"
 
-#include "app/Messages.h"
+#include "app/NPWindow.h"
+#include "messages/Messages.h"
 #include "support/MessageCounter.h"
 
 #include "server/Testing.h"
@@ -89,4 +90,22 @@ TEST(WorkerControl, AStoppedWorkerGivesTheCursorBackAtOnceAndOnce) {
     be_app_messenger.SendMessage(kMsgToggleClick);
     EXPECT_TRUE(server::testing::WaitUntil([&] { return mark.Count() == 1; }));
     EXPECT_EQ(cursor.Count(), 2);
+}
+
+TEST(WorkerControl, APortReaderHeedsTheStopCodeAlone) {
+    MessageCounter cursor(kMsgBusyCursor);
+    const struct {
+        int32 code;
+        char body;
+        bool stops;
+    } kCases[] = {{kStopWorker, 0, false}, {'oTHR', 1, false}, {kStopWorker, 1, true}};
+    const port_id port = create_port(1, "port");
+    EXPECT_FALSE(NPWindow::PortReader(port));
+    for (const auto& item : kCases) {
+        write_port(port, item.code, &item.body, 1);
+        EXPECT_EQ(NPWindow::PortReader(port), item.stops) << item.code;
+    }
+    port_info info;
+    EXPECT_NE(get_port_info(port, &info), B_OK);
+    EXPECT_TRUE(server::testing::WaitUntil([&] { return cursor.Count() == 1; }));
 }

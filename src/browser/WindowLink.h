@@ -5,7 +5,7 @@
 
 #include <functional>
 
-class NPWindow;
+class BrowserWindow;
 
 // How workers reach the window that started them. Workers outlive windows: the link is shared by
 // both and knows when the window has gone. Holds the two item locks of the window, which keep the
@@ -14,19 +14,22 @@ class NPWindow;
 // Lock order: an item lock, then the window's looper. The window's own thread takes no item lock.
 class WindowLink {
 public:
-    explicit WindowLink(NPWindow* window);
+    using Calling = std::function<void(BrowserWindow*)>;
+
+    explicit WindowLink(BrowserWindow* window);
     WindowLink(const WindowLink&) = delete;
     WindowLink& operator=(const WindowLink&) = delete;
 
     // Calls with the window locked; false when it has gone. From a worker.
-    bool Call(const std::function<void(NPWindow*)>& call);
+    bool Call(const Calling& call);
+    // The same under the item lock of the thread list, or of the article.
+    bool CallForThreads(const Calling& call);
+    bool CallForArticle(const Calling& call);
     // Posts to the window; nothing happens when it has gone.
     void Post(BMessage* message) const { fMessenger.SendMessage(message); }
+    const BMessenger& Messenger() const { return fMessenger; }
     // By the window, locked, as it goes.
     void Detach() { fWindow = nullptr; }
-
-    BLocker& ArticleLock() { return fArticleLock; }
-    BLocker& ThreadListLock() { return fThreadListLock; }
 
 private:
     // Constant after construction
@@ -34,5 +37,5 @@ private:
 
     BLocker fArticleLock;
     BLocker fThreadListLock;
-    NPWindow* fWindow; // guarded by the window's looper
+    BrowserWindow* fWindow; // guarded by the window's looper
 };

@@ -1,4 +1,4 @@
-#include "cache/PathNames.h"
+#include "text/PathNames.h"
 
 #include <string_view>
 
