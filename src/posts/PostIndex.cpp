@@ -11,12 +11,11 @@ constexpr std::string_view kIdMark = "ID:";
 constexpr std::string_view kHiddenId = "???";
 constexpr std::string_view kTripMark = "◆";
 
-// "2026/11/22" of a date line.
+} // namespace
+
 std::string_view DayOf(std::string_view date) {
     return date.substr(0, date.find_first_of("( "));
 }
-
-} // namespace
 
 std::string_view IdOf(std::string_view date) {
     const size_t mark = date.rfind(kIdMark);

@@ -16,6 +16,8 @@ struct PostText {
 
 // The ID in a post's date line; empty without one, and where the server hides it ("ID:???").
 std::string_view IdOf(std::string_view date);
+// "2026/11/22" of a date line.
+std::string_view DayOf(std::string_view date);
 // The trip in a name, with its mark: "◆abc"; empty without one.
 std::string_view TripOf(std::string_view name);
 
