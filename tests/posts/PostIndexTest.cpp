@@ -1,4 +1,5 @@
 #include "posts/PostIndex.h"
+#include "posts/OwnPosts.h"
 #include "posts/References.h"
 
 #include <gtest/gtest.h>
@@ -99,6 +100,23 @@ TEST_F(PostIndexTest, AnswersFormATreeInWhichEachPostStandsOnce) {
     EXPECT_EQ(Tree(1, 1), ".2 .3 ");
     EXPECT_EQ(Tree(9), ".1 ..2 ...4 ..3 ");
     EXPECT_EQ(Tree(6), "");
+}
+
+TEST(OwnPosts, AreKnownByTheirText) {
+    struct Case {
+        const char* sent;
+        int32_t found;
+    };
+    for (const Case& row :
+         {Case{"やあ\n こんにちは ", 2}, Case{"同じ", 0}, Case{"無い", 0}, Case{"  \n", 0}})
+        EXPECT_EQ(FindOwnPost(row.sent, {{1, "", "", "同じ"},
+                                         {2, "", "", "やあ　\nこんにちは\n"},
+                                         {3, "", "", "同 じ\n"},
+                                         {4, "", "", ""}}),
+                  row.found)
+            << row.sent;
+    EXPECT_EQ(NumbersFromText("45,12,x,-1,0,12,99999999999,"), (std::vector<int32_t>{12, 45}));
+    EXPECT_EQ(NumbersAsText({12, 45}), "12,45");
 }
 
 } // namespace
