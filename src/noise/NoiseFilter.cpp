@@ -1,0 +1,89 @@
+#include "noise/NoiseFilter.h"
+
+namespace {
+
+std::string IdKey(std::string_view day, std::string_view id) {
+    return std::string(day) + ' ' + std::string(id);
+}
+
+} // namespace
+
+NoiseFilter::NoiseFilter(const std::vector<NoiseRule>& rules, const std::string& board)
+    : fTallies(rules.size()) {
+    for (size_t i = 0; i < rules.size(); i++) {
+        const NoiseRule& rule = rules[i];
+        if (rule.failure.empty() && (rule.board.empty() || rule.board == board))
+            _Add(i, rule);
+    }
+    for (Looker* looker : {&fIdLooker, &fNames, &fBodies})
+        looker->words.Finish();
+}
+
+void NoiseFilter::_Add(size_t index, const NoiseRule& rule) {
+    fIsEmpty = false;
+    if (rule.kind == NoiseKind::kId && !rule.isPattern) {
+        fIds.try_emplace(IdKey(rule.day, rule.text), index);
+        return;
+    }
+    Looker& looker = rule.kind == NoiseKind::kId     ? fIdLooker
+                     : rule.kind == NoiseKind::kName ? fNames
+                                                     : fBodies;
+    if (!rule.isPattern) {
+        looker.words.Add(rule.text);
+        looker.wordRules.push_back(index);
+        return;
+    }
+    std::string ignored;
+    if (std::unique_ptr<Pattern> pattern = Pattern::Make(rule.text, &ignored))
+        looker.patterns.push_back({index, std::move(pattern)});
+}
+
+bool NoiseFilter::_Hit(size_t rule) const {
+    fTallies[rule].hits.fetch_add(1, std::memory_order_relaxed);
+    return true;
+}
+
+bool NoiseFilter::_FindId(const PostText& post) const {
+    const std::string_view id = IdOf(post.date);
+    if (id.empty() || fIds.empty())
+        return false;
+    for (const std::string_view day : {DayOf(post.date), std::string_view()}) {
+        if (const auto rule = fIds.find(IdKey(day, id)); rule != fIds.end())
+            return _Hit(rule->second);
+    }
+    return false;
+}
+
+bool NoiseFilter::_FindIn(const Looker& looker, std::string_view text) const {
+    if (const int32_t word = looker.words.FindFirst(text); word >= 0)
+        return _Hit(looker.wordRules[static_cast<size_t>(word)]);
+    for (const Looker::PatternRule& rule : looker.patterns) {
+        Tally& tally = fTallies[rule.rule];
+        if (tally.tookTooLong.load(std::memory_order_relaxed))
+            continue;
+        const Pattern::Found found = rule.pattern->FindIn(text);
+        if (found == Pattern::Found::kYes)
+            return _Hit(rule.rule);
+        if (found == Pattern::Found::kTooLong)
+            tally.tookTooLong = true;
+    }
+    return false;
+}
+
+bool NoiseFilter::Hides(const PostText& post) const {
+    if (fIsEmpty)
+        return false;
+    return _FindId(post) || _FindIn(fIdLooker, IdOf(post.date)) || _FindIn(fNames, post.name) ||
+           _FindIn(fBodies, post.body);
+}
+
+std::vector<NoiseFilter::Count> NoiseFilter::TakeCounts() const {
+    std::vector<Count> counts;
+    for (size_t i = 0; i < fTallies.size(); i++) {
+        const int64_t hits = fTallies[i].hits.exchange(0);
+        const bool tookTooLong = fTallies[i].tookTooLong && !fTallies[i].isTold.exchange(true);
+        if (hits != 0 || tookTooLong)
+            counts.push_back({i, hits, tookTooLong});
+    }
+    return counts;
+}

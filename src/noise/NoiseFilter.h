@@ -1,0 +1,62 @@
+#pragma once
+
+#include "noise/NoiseRule.h"
+#include "noise/Pattern.h"
+#include "noise/Words.h"
+#include "posts/PostIndex.h"
+
+#include <atomic>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+// The rules of one board, made ready for many posts. What it finds is counted beside the rules; a
+// pattern that takes too long is not asked again. Any thread, several at once.
+class NoiseFilter {
+public:
+    // `board` is "HOST/BOARD". Rules that are switched off or can't be understood hide nothing.
+    NoiseFilter(const std::vector<NoiseRule>& rules, const std::string& board);
+
+    bool IsEmpty() const { return fIsEmpty; }
+
+    // Whether a rule hides the post.
+    bool Hides(const PostText& post) const;
+
+    // What was found since it was made or last asked: of the rule at this place in the list.
+    struct Count {
+        size_t rule;
+        int64_t hits;
+        bool tookTooLong;
+    };
+    std::vector<Count> TakeCounts() const;
+
+private:
+    // The rules of one kind.
+    struct Looker {
+        Words words;
+        std::vector<size_t> wordRules; // by the words' numbers
+        struct PatternRule {
+            size_t rule;
+            std::unique_ptr<Pattern> pattern;
+        };
+        std::vector<PatternRule> patterns;
+    };
+
+    void _Add(size_t index, const NoiseRule& rule);
+    bool _FindIn(const Looker& looker, std::string_view text) const;
+    bool _FindId(const PostText& post) const;
+    bool _Hit(size_t rule) const;
+
+    bool fIsEmpty = true;
+    std::unordered_map<std::string, size_t> fIds; // "DAY ID", or " ID" for every day
+    Looker fIdLooker;
+    Looker fNames;
+    Looker fBodies;
+    struct Tally {
+        std::atomic<int64_t> hits{0};
+        std::atomic<bool> tookTooLong{false};
+        std::atomic<bool> isTold{false}; // that it did
+    };
+    mutable std::vector<Tally> fTallies; // by the rules' places
+};
