@@ -8,10 +8,10 @@ std::string IdKey(std::string_view day, std::string_view id) {
 
 } // namespace
 
-NoiseFilter::NoiseFilter(const std::vector<NoiseRule>& rules, const std::string& board)
-    : fTallies(rules.size()) {
-    for (size_t i = 0; i < rules.size(); i++) {
-        const NoiseRule& rule = rules[i];
+NoiseFilter::NoiseFilter(const NoiseRules& rules, const std::string& board)
+    : fRules(rules), fTallies(rules.list.size()) {
+    for (size_t i = 0; i < rules.list.size(); i++) {
+        const NoiseRule& rule = rules.list[i];
         if (rule.failure.empty() && (rule.board.empty() || rule.board == board))
             _Add(i, rule);
     }
@@ -83,7 +83,7 @@ std::vector<NoiseFilter::Count> NoiseFilter::TakeCounts() const {
         const int64_t hits = fTallies[i].hits.exchange(0);
         const bool tookTooLong = fTallies[i].tookTooLong && !fTallies[i].isTold.exchange(true);
         if (hits != 0 || tookTooLong)
-            counts.push_back({i, hits, tookTooLong});
+            counts.push_back({&fRules.list[i], hits, tookTooLong});
     }
     return counts;
 }

@@ -16,16 +16,17 @@
 class NoiseFilter {
 public:
     // `board` is "HOST/BOARD". Rules that are switched off or can't be understood hide nothing.
-    NoiseFilter(const std::vector<NoiseRule>& rules, const std::string& board);
+    NoiseFilter(const NoiseRules& rules, const std::string& board);
 
     bool IsEmpty() const { return fIsEmpty; }
+    bool HidesAnswers() const { return fRules.hidesAnswers; }
 
     // Whether a rule hides the post.
     bool Hides(const PostText& post) const;
 
-    // What was found since it was made or last asked: of the rule at this place in the list.
+    // What was found since it was made or last asked.
     struct Count {
-        size_t rule;
+        const NoiseRule* rule; // lives as long as the filter
         int64_t hits;
         bool tookTooLong;
     };
@@ -48,6 +49,7 @@ private:
     bool _FindId(const PostText& post) const;
     bool _Hit(size_t rule) const;
 
+    const NoiseRules fRules;
     bool fIsEmpty = true;
     std::unordered_map<std::string, size_t> fIds; // "DAY ID", or " ID" for every day
     Looker fIdLooker;

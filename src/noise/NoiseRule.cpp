@@ -9,6 +9,7 @@ namespace {
 constexpr std::string_view kFirstLine = "# Itamori NG 1";
 constexpr std::string_view kColumns =
     "# kind\tplain or pattern\tboard\tday\thits\tlast hit\tswitched off because\ttext";
+constexpr std::string_view kHidesAnswers = "answers\thidden";
 constexpr size_t kLongestText = 4096;
 constexpr size_t kMostRules = 10000;
 constexpr std::array<std::string_view, 3> kKinds = {"id", "name", "word"};
@@ -84,9 +85,11 @@ bool NoiseRule::IsSame(const NoiseRule& other) const {
            board == other.board && day == other.day;
 }
 
-std::string WriteNoiseRules(const std::vector<NoiseRule>& rules) {
+std::string WriteNoiseRules(const NoiseRules& rules) {
     std::string text = std::string(kFirstLine) + "\n" + std::string(kColumns) + "\n";
-    for (const NoiseRule& rule : rules) {
+    if (rules.hidesAnswers)
+        text += std::string(kHidesAnswers) + "\n";
+    for (const NoiseRule& rule : rules.list) {
         text += std::string(kKinds[static_cast<size_t>(rule.kind)]) + "\t" +
                 std::string(kForms[rule.isPattern ? 1 : 0]) + "\t" + Escaped(rule.board) + "\t" +
                 Escaped(rule.day) + "\t" + std::to_string(rule.hits) + "\t" +
@@ -96,9 +99,8 @@ std::string WriteNoiseRules(const std::vector<NoiseRule>& rules) {
     return text;
 }
 
-bool ReadNoiseRules(std::string_view text, std::vector<NoiseRule>* rules, size_t* skipped,
-                    std::string* error) {
-    rules->clear();
+bool ReadNoiseRules(std::string_view text, NoiseRules* rules, size_t* skipped, std::string* error) {
+    *rules = NoiseRules();
     *skipped = 0;
     if (TakePart(&text, '\n') != kFirstLine) {
         *error = "NGの規則のファイルではありません。";
@@ -109,8 +111,10 @@ bool ReadNoiseRules(std::string_view text, std::vector<NoiseRule>* rules, size_t
         NoiseRule rule;
         if (line.empty() || line[0] == '#')
             continue;
-        if (rules->size() < kMostRules && ReadRule(line, &rule))
-            rules->push_back(std::move(rule));
+        if (line == kHidesAnswers)
+            rules->hidesAnswers = true;
+        else if (rules->list.size() < kMostRules && ReadRule(line, &rule))
+            rules->list.push_back(std::move(rule));
         else
             (*skipped)++;
     }

@@ -24,11 +24,16 @@ struct NoiseRule {
     bool IsSame(const NoiseRule& other) const;
 };
 
+// The rules of a user.
+struct NoiseRules {
+    std::vector<NoiseRule> list;
+    bool hidesAnswers = false; // posts that refer to hidden ones too
+};
+
 // The rules as a text file that people can read and pass on: a first line that names the format,
 // then one rule a line, its parts between tabs.
-std::string WriteNoiseRules(const std::vector<NoiseRule>& rules);
+std::string WriteNoiseRules(const NoiseRules& rules);
 
 // False with a text for the user when it is no such file; lines that are no rule are passed over
 // and counted.
-bool ReadNoiseRules(std::string_view text, std::vector<NoiseRule>* rules, size_t* skipped,
-                    std::string* error);
+bool ReadNoiseRules(std::string_view text, NoiseRules* rules, size_t* skipped, std::string* error);
