@@ -4,6 +4,7 @@
 #include "app/NPWindow.h"
 #include "app/TimeCursors.h"
 #include "messages/Messages.h"
+#include "noise/NoiseStore.h"
 #include "views/BoardFiles.h"
 #include "widgets/Alerts.h"
 #include "windows/NPAboutWindow.h"
@@ -95,6 +96,7 @@ bool NPApp::QuitRequested() {
     if (fSettings == nullptr)
         return BApplication::QuitRequested();
     fSettings->Save();
+    NoiseStore::Shared().SaveCounts();
     _DismissAlerts();
     // A text that can't be kept may hold up the end: its window is asked while all others stand.
     Unlock();
@@ -136,6 +138,7 @@ void NPApp::SetWriteWindowRect(BRect frame) {
 void NPApp::MessageReceived(BMessage* message) {
     switch (message->what) {
     case kMsgFontChanged: _ChangeFont(message); break;
+    case kMsgNoiseChanged: _Broadcast(*message); break;
     case kMsgToggleOnline: _ToggleOnline(message); break;
     case kMsgToggleClick: _ToggleClick(message); break;
     case kMsgNewWindow: _OpenWindow(message); break;

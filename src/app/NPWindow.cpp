@@ -8,6 +8,7 @@
 #include "views/NPBoardView.h"
 #include "views/NPProgressView.h"
 #include "views/NPThreadView.h"
+#include "windows/NPNoiseWindow.h"
 #include "windows/WriteWindowSlots.h"
 
 #include <Application.h>
@@ -116,6 +117,7 @@ void NPWindow::MessageReceived(BMessage* message) {
 
     // Search and preferences
     case kMsgOpenPrefs: OpenPrefsWindow(); break;
+    case kMsgOpenNoise: NPNoiseWindow::Open(); break;
     case kMsgOpenSearch: _OpenSearch(); break;
     case kMsgSearchStep: _SearchStep(message); break;
     case kMsgSearchClosed: _SearchClosed(message); break;
@@ -125,7 +127,8 @@ void NPWindow::MessageReceived(BMessage* message) {
     case kMsgThreadComplete: _ThreadComplete(message); break;
 
     // Broadcasts of the application
-    case kMsgFontChanged: PostMessage(message, fArticleView); break;
+    case kMsgFontChanged:
+    case kMsgNoiseChanged: PostMessage(message, fArticleView); break;
     case kMsgToggleOnline: ToggleOnlineMode(); break;
     case kMsgToggleClick: ToggleClickMode(); break;
     case kMsgBoardMenuChanged: _ReloadBoards(); break;

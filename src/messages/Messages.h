@@ -17,6 +17,7 @@ constexpr uint32 kMsgThreadInWindow = 'mTNW'; // window: "frame", "dat", "url", 
 constexpr uint32 kMsgThreadInWindowCached = 'mTCW';
 constexpr uint32 kMsgBoardInWindow = 'mBNW'; // window: "frame", "board", "url"
 constexpr uint32 kMsgBoardInWindowCached = 'mBNC';
+constexpr uint32 kMsgNoiseChanged = 'mNGC'; // whoever changes the rules that hide posts; broadcast
 constexpr uint32 kMsgUpdateBoardMenu = 'mUBT'; // menu
 constexpr uint32 kMsgUpdateEnded =
     'mUBF'; // update window as it closes: "complete" bool; its worker: "menu" raw bytes
@@ -43,6 +44,7 @@ constexpr uint32 kMsgStartPatrol = 'mBMP';
 constexpr uint32 kMsgOpenBookmarkFolder = 'mBME';
 constexpr uint32 kMsgOpenPrefs = 'mPPG';
 constexpr uint32 kMsgOpenSearch = 'mSRQ';
+constexpr uint32 kMsgOpenNoise = 'mNGO';
 
 // Between a browser window and its search window.
 constexpr uint32 kMsgSearchStep = 'mSBG';   // to the browser: "thread", "article" bool, "text"
@@ -63,6 +65,7 @@ constexpr uint32 kMsgRemoveBookmark = 'mBMD';    // "item" pointer, "dat", "url"
 constexpr uint32 kMsgReloadFromScratch = 'mRAR'; // article pane's button
 constexpr uint32 kMsgCopyRange = 'mCTC';         // "start", "finish" int32: offsets, both included
 constexpr uint32 kMsgSearchWeb = 'mGGS';         // "start", "finish" int32 (behind it), "ja" bool
+constexpr uint32 kMsgAddNoise = 'mNGN';          // "kind" int32 of NoiseKind, "text", "day" strings
 constexpr uint32 kMsgJumpToPost = 'mJSL';        // "jump" int32: a post's number
 
 // To a write window.

@@ -38,52 +38,57 @@ void NoiseFilter::_Add(size_t index, const NoiseRule& rule) {
         looker.patterns.push_back({index, std::move(pattern)});
 }
 
-bool NoiseFilter::_Hit(size_t rule) const {
-    fTallies[rule].hits.fetch_add(1, std::memory_order_relaxed);
-    return true;
-}
-
-bool NoiseFilter::_FindId(const PostText& post) const {
+int64_t NoiseFilter::_FindId(const PostText& post) const {
     const std::string_view id = IdOf(post.date);
     if (id.empty() || fIds.empty())
-        return false;
+        return -1;
     for (const std::string_view day : {DayOf(post.date), std::string_view()}) {
         if (const auto rule = fIds.find(IdKey(day, id)); rule != fIds.end())
-            return _Hit(rule->second);
+            return static_cast<int64_t>(rule->second);
     }
-    return false;
+    return -1;
 }
 
-bool NoiseFilter::_FindIn(const Looker& looker, std::string_view text) const {
+int64_t NoiseFilter::_FindIn(const Looker& looker, std::string_view text) const {
     if (const int32_t word = looker.words.FindFirst(text); word >= 0)
-        return _Hit(looker.wordRules[static_cast<size_t>(word)]);
+        return static_cast<int64_t>(looker.wordRules[static_cast<size_t>(word)]);
     for (const Looker::PatternRule& rule : looker.patterns) {
         Tally& tally = fTallies[rule.rule];
         if (tally.tookTooLong.load(std::memory_order_relaxed))
             continue;
         const Pattern::Found found = rule.pattern->FindIn(text);
         if (found == Pattern::Found::kYes)
-            return _Hit(rule.rule);
+            return static_cast<int64_t>(rule.rule);
         if (found == Pattern::Found::kTooLong)
             tally.tookTooLong = true;
     }
-    return false;
+    return -1;
 }
 
-bool NoiseFilter::Hides(const PostText& post) const {
-    if (fIsEmpty)
-        return false;
-    return _FindId(post) || _FindIn(fIdLooker, IdOf(post.date)) || _FindIn(fNames, post.name) ||
-           _FindIn(fBodies, post.body);
+int64_t NoiseFilter::_Find(const PostText& post) const {
+    if (const int64_t rule = _FindId(post); rule >= 0)
+        return rule;
+    if (const int64_t rule = _FindIn(fIdLooker, IdOf(post.date)); rule >= 0)
+        return rule;
+    if (const int64_t rule = _FindIn(fNames, post.name); rule >= 0)
+        return rule;
+    return _FindIn(fBodies, post.body);
 }
 
-std::vector<NoiseFilter::Count> NoiseFilter::TakeCounts() const {
-    std::vector<Count> counts;
+bool NoiseFilter::Hides(const PostText& post, Count count) const {
+    const int64_t rule = fIsEmpty ? -1 : _Find(post);
+    if (rule >= 0 && count == Count::kYes)
+        fTallies[static_cast<size_t>(rule)].hits.fetch_add(1, std::memory_order_relaxed);
+    return rule >= 0;
+}
+
+std::vector<NoiseFilter::Finding> NoiseFilter::TakeFindings() const {
+    std::vector<Finding> findings;
     for (size_t i = 0; i < fTallies.size(); i++) {
         const int64_t hits = fTallies[i].hits.exchange(0);
         const bool tookTooLong = fTallies[i].tookTooLong && !fTallies[i].isTold.exchange(true);
         if (hits != 0 || tookTooLong)
-            counts.push_back({&fRules.list[i], hits, tookTooLong});
+            findings.push_back({&fRules.list[i], hits, tookTooLong});
     }
-    return counts;
+    return findings;
 }

@@ -21,16 +21,17 @@ public:
     bool IsEmpty() const { return fIsEmpty; }
     bool HidesAnswers() const { return fRules.hidesAnswers; }
 
-    // Whether a rule hides the post.
-    bool Hides(const PostText& post) const;
+    // Whether a rule hides the post; counted only when it is asked for the first time.
+    enum class Count { kNo, kYes };
+    bool Hides(const PostText& post, Count count = Count::kYes) const;
 
     // What was found since it was made or last asked.
-    struct Count {
+    struct Finding {
         const NoiseRule* rule; // lives as long as the filter
         int64_t hits;
         bool tookTooLong;
     };
-    std::vector<Count> TakeCounts() const;
+    std::vector<Finding> TakeFindings() const;
 
 private:
     // The rules of one kind.
@@ -45,9 +46,10 @@ private:
     };
 
     void _Add(size_t index, const NoiseRule& rule);
-    bool _FindIn(const Looker& looker, std::string_view text) const;
-    bool _FindId(const PostText& post) const;
-    bool _Hit(size_t rule) const;
+    // The place of the rule that hides it; −1 without one.
+    int64_t _FindIn(const Looker& looker, std::string_view text) const;
+    int64_t _FindId(const PostText& post) const;
+    int64_t _Find(const PostText& post) const;
 
     const NoiseRules fRules;
     bool fIsEmpty = true;

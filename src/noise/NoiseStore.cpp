@@ -97,17 +97,17 @@ status_t NoiseStore::Add(const NoiseRule& rule) {
     return _Save();
 }
 
-std::vector<std::string> NoiseStore::TakeCountsOf(const NoiseFilter& filter) {
+std::vector<std::string> NoiseStore::TakeFindingsOf(const NoiseFilter& filter) {
     const std::lock_guard lock(fLock);
     std::vector<std::string> stopped;
-    for (const NoiseFilter::Count& count : filter.TakeCounts()) {
-        NoiseRule* rule = FindSame(&fRules.list, *count.rule);
+    for (const NoiseFilter::Finding& found : filter.TakeFindings()) {
+        NoiseRule* rule = FindSame(&fRules.list, *found.rule);
         if (rule == nullptr)
             continue;
         fHasNewCounts = true;
-        rule->hits += count.hits;
-        rule->lastHit = count.hits > 0 ? time(nullptr) : rule->lastHit;
-        if (!count.tookTooLong)
+        rule->hits += found.hits;
+        rule->lastHit = found.hits > 0 ? time(nullptr) : rule->lastHit;
+        if (!found.tookTooLong)
             continue;
         rule->failure = kTooSlow;
         stopped.push_back(rule->text);

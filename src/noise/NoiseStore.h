@@ -30,7 +30,7 @@ public:
 
     // Takes over what a filter has found. Rules that took too long are switched off; gives back
     // their texts.
-    std::vector<std::string> TakeCountsOf(const NoiseFilter& filter);
+    std::vector<std::string> TakeFindingsOf(const NoiseFilter& filter);
     // Writes down counts that have changed.
     void SaveCounts();
 

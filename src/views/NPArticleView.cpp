@@ -5,6 +5,7 @@
 #include "messages/Messages.h"
 #include "net/NPUrl.h"
 #include "net/lines.h"
+#include "noise/NoiseStore.h"
 #include "post/PostTarget.h"
 #include "text/html.h"
 #include "views/Icons.h"
@@ -113,6 +114,7 @@ void NPArticleView::MessageReceived(BMessage* message) {
     case kMsgReloadFromScratch: _Reload(Reload::kFromScratch); break;
     case kMsgOpenWriteWindow: _OpenWriteWindow(); break;
     case kMsgFontChanged: _ChangeFont(message); break;
+    case kMsgNoiseChanged: _UseNoise(); break;
     default: BView::MessageReceived(message);
     }
 }
@@ -124,6 +126,29 @@ void NPArticleView::ShowThread(port_id request, const char* url, const char* dat
     fUrl = url;
     fDat = dat;
     fRequest = request;
+    _UseNoise();
+}
+
+void NPArticleView::_UseNoise() {
+    const NPUrl url(fUrl.c_str());
+    if (url.Status() != 0)
+        return;
+    const std::string board = std::string(url.Host()) + "/" + url.Board();
+    fNoise = NoiseStore::Shared().FilterFor(board);
+    fTextView->SetNoise(board, fNoise);
+    _NoteNoise();
+}
+
+// What the rules have found is counted; one that was switched off is named where the user looks.
+void NPArticleView::_NoteNoise() {
+    if (fNoise == nullptr)
+        return;
+    BrowserWindow* window = dynamic_cast<BrowserWindow*>(Window());
+    for (const std::string& rule : NoiseStore::Shared().TakeFindingsOf(*fNoise)) {
+        if (window != nullptr)
+            window->PostProgressData(
+                ("NG「" + rule + "」は時間がかかりすぎたので止めました。").c_str(), 0);
+    }
 }
 
 void NPArticleView::_Clear() {
@@ -210,12 +235,14 @@ void NPArticleView::_AddPost(int32 number, const _ArticleOut& article) {
     DecodeReferences(&message);
     fTextView->addArticleItem(message.String());
     fTextView->addLineFeed();
+    fTextView->PostHasCome();
 }
 
 void NPArticleView::_EndThread(int32 count) {
     _ShowTitle((fTitle + " (" + std::to_string(count) + ")").c_str());
     ReadBarPosition();
     fHasEnded = true;
+    _NoteNoise();
 }
 
 void NPArticleView::replaceBRtag(BString* text) {

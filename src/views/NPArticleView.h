@@ -57,6 +57,8 @@ private:
     bool _HasPlace() const; // the reader's, of which the cache does not know yet
     void _ShowTitle(const char* title);
     void _ChangeFont(const BMessage* message);
+    void _UseNoise();
+    void _NoteNoise();
     void _Reload(Reload how);
     void _OpenWriteWindow();
     void ReloadRequest(bool fromScratch);
@@ -70,6 +72,8 @@ private:
     std::unique_ptr<BBitmap> fReloadIcon;
     std::unique_ptr<BBitmap> fScratchIcon;
     std::unique_ptr<BBitmap> fWriteIcon;
+
+    std::shared_ptr<const class NoiseFilter> fNoise; // null: nothing is hidden
 
     // The thread on show; empty before the first
     std::string fUrl;

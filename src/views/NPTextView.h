@@ -1,16 +1,20 @@
 #pragma once
 
+#include "noise/NoiseFilter.h"
+#include "views/HiddenPosts.h"
 #include "views/LinkTextView.h"
 #include "views/PopUpStack.h"
 
 #include <String.h>
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 class BPopUpMenu;
+class PopUpTextView;
 
 // Shows a thread's posts one after another, read-only, and knows which post, URL or reference
 // stands at an offset. A post comes in five calls: addNumItem, addNameItem, addMailItem,
@@ -41,6 +45,12 @@ public:
     void addArticleItem(const char* body);
     // One line feed behind what is there.
     void addLineFeed();
+
+    // The post that the five calls have brought is whole, with its line feed: it may be hidden.
+    void PostHasCome();
+    // The board of the thread, "HOST/BOARD", and the rules that hide its posts; null hides none.
+    // What is there already follows, at the reader's place.
+    void SetNoise(const std::string& board, std::shared_ptr<const NoiseFilter> filter);
 
     void clearText();
     void SetArticleFont(const char* family, const char* style, float size);
@@ -99,9 +109,23 @@ private:
     // Links and pop-ups
     void _FollowUrl(const char* url);
     void _OpenPopUp(const char* anchor, BPoint screen, int32 opener);
+    void _ShowPopUp(std::unique_ptr<PopUpTextView> text, BPoint screen, int32 opener);
     void _ClosePopUps();
     void _PopUpClicked(const BMessage* message);
     void _PopUpGone(const BMessage* message);
+
+    // Hidden posts; a post is known by its place among the posts
+    size_t _IndexAt(int32 offset) const;
+    int32 _EndOf(size_t index) const;
+    std::string_view _WholePost(size_t index) const;
+    bool _AnswersHidden(std::string_view body) const;
+    void _HideOrShow(size_t index);
+    void _Hide(size_t index);
+    void _Show(size_t index);
+    void _ReplacePost(size_t index, const std::string& text, const text_run_array* runs);
+    bool _OpenHidden(const char* link, BPoint screen, int32 opener);
+    void _AddNoiseMenu(BPopUpMenu* menu, int32 offset);
+    void _AddNoise(const BMessage* message);
 
     // The context menu and its commands
     void _OpenMenu(BPoint where, BPoint screen);
@@ -117,5 +141,8 @@ private:
     bool fHasMoved = false;
     std::vector<ArticleStart> fArticles;
     PopUpStack fPopUps;
+    std::string fBoard;
+    std::shared_ptr<const NoiseFilter> fNoise;
+    HiddenPosts fHidden;
     BFont fFont; // the text's, as it stands at offset 0
 };

@@ -49,6 +49,7 @@ void NPTextView::MessageReceived(BMessage* message) {
     case kMsgSearchWeb: _SearchWeb(message); break;
     case kMsgJumpToPost: _JumpTo(message); break;
     case kMsgCopyRange: _CopyRange(message); break;
+    case kMsgAddNoise: _AddNoise(message); break;
     case kMsgPopUpClicked: _PopUpClicked(message); break;
     case kMsgPopUpGone: _PopUpGone(message); break;
     default: LinkTextView::MessageReceived(message);
@@ -95,6 +96,7 @@ void NPTextView::GetRightClickMenu(BPopUpMenu* menu, int32 offset) {
         menu->AddItem(RangeItem("リンクをコピー", kMsgCopyRange, url->start + 1, url->end - 1));
     menu->AddItem(new BMenuItem("全て選択", new BMessage(B_SELECT_ALL)));
     _AddSearchMenu(menu);
+    _AddNoiseMenu(menu, offset);
 }
 
 void NPTextView::_AddSearchMenu(BPopUpMenu* menu) {

@@ -86,13 +86,16 @@ void NPTextView::showPopUpWindow(BPoint where) {
 // A reference to the last post opens nothing: its end is known by the post behind it.
 void NPTextView::_OpenPopUp(const char* anchor, BPoint screen, int32 opener) {
     ReferenceRange range;
-    if (!ParseReference(anchor, &range))
+    if (_OpenHidden(anchor, screen, opener) || !ParseReference(anchor, &range))
         return;
     const int32 start = ArticleAt(range.first);
     const int32 end = ArticleAt(range.last + 1) - 1;
     if (start < 0 || end <= start)
         return;
-    auto text = std::make_unique<PopUpTextView>(*this, start, end);
+    _ShowPopUp(std::make_unique<PopUpTextView>(*this, start, end), screen, opener);
+}
+
+void NPTextView::_ShowPopUp(std::unique_ptr<PopUpTextView> text, BPoint screen, int32 opener) {
     const BRect whole = ScreenUnder(screen);
     const float width = text->PreferredWidth();
     const float height = text->PreferredHeight();

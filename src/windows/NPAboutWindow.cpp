@@ -30,6 +30,7 @@ constexpr const char* kLines[] = {
     "",
     "使用している部品：",
     "Qt 6（画面表示と入力） — GNU LGPL 3",
+    "PCRE2（正規表現） — BSD",
     "GNU C++ ライブラリ — GNU GPL 3 とランタイム例外",
 };
 
