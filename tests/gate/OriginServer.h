@@ -19,9 +19,13 @@
 inline std::string HeaderOf(const std::string& message, const std::string& name);
 
 // A board server on a loopback port: each request, as it came, is answered with the bytes that the
-// script gives for it, and the connection closed.
+// script gives for it, and the connection closed. A script may run until the server's end: what it
+// refers to must live as long.
 class OriginServer {
 public:
+    // Given for an answer: nothing is sent, and the connection stays until the client closes it.
+    static constexpr const char* kSilence = "(silence)";
+
     using Script = std::function<std::string(const std::string& request)>;
 
     explicit OriginServer(Script script) : fScript(std::move(script)) {
@@ -95,6 +99,10 @@ private:
             script = fScript;
         }
         std::string reply = request.empty() ? "" : script(request);
+        if (reply == kSilence) {
+            _WaitForClient(handle);
+            reply.clear();
+        }
         for (size_t at = 0; at < reply.size() && !fIsEnding;) {
             const ssize_t count = send(handle, reply.data() + at, reply.size() - at, MSG_NOSIGNAL);
             if (count <= 0)
@@ -103,6 +111,12 @@ private:
         }
         shutdown(handle, SHUT_WR);
         close(handle);
+    }
+
+    void _WaitForClient(int handle) const {
+        pollfd wait = {handle, POLLIN, 0};
+        while (!fIsEnding && poll(&wait, 1, 10) == 0) {
+        }
     }
 
     const int fListener = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);

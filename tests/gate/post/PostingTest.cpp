@@ -285,6 +285,20 @@ TEST_F(Posting, AfterAnUnclearAnswerTheThreadIsLookedAtBeforeAnythingIsSent) {
     }
 }
 
+TEST_F(Posting, ASilentServerLeavesAPostUnclearBeforeTheProgramGivesUp) {
+    fGate.End();
+    fGate.Settings().answerSeconds = 1;
+    fGate.Start();
+    fOrigin.Become([](const std::string&) { return OriginServer::kSilence; });
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_NE(Text(fGate.Post(Program("一"))).find("わかりません"), std::string::npos);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+    // The thread can't be looked at either: nothing is sent again.
+    EXPECT_NE(Text(fGate.Post(Program("一"))).find("送り直していません"), std::string::npos);
+    ASSERT_EQ(Sent(), 2u);
+    EXPECT_EQ(PathOf(fOrigin.Requests().back()), "/news/dat/1012345678.dat");
+}
+
 TEST_F(Posting, WhatNeverReachedTheServerIsSaidAndForgotten) {
     fGate.End();
     fGate.Settings().families[0].reach = "127.0.0.1:1";
