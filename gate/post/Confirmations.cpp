@@ -1,7 +1,9 @@
 #include "post/Confirmations.h"
 
 #include "front/Doorkeeper.h"
+#include "front/Listeners.h"
 #include "post/PostRoom.h"
+#include "store/Store.h"
 
 namespace gate {
 
@@ -65,6 +67,16 @@ bool IsForm(const Request& request) {
 }
 
 } // namespace
+
+bool OpenPagePort(Listeners* listeners, Store* store, std::string* error) {
+    const int last = store->PagePort();
+    if (last > 0 && listeners->Open(last, error))
+        return true;
+    if (!listeners->Open(0, error))
+        return false;
+    store->SetPagePort(listeners->Port());
+    return true;
+}
 
 void Confirmations::Answer(const Request& request, Responder* responder) {
     const std::string secret = request.isAbsolute ? "" : SecretOf(request.path);

@@ -14,6 +14,7 @@ using Outcome = PostAnswer::Outcome;
 using State = Ledger::State;
 using Fate = SentPost::Fate;
 
+constexpr size_t kLongestPage = 256 << 10; // that is shown to be accepted
 constexpr const char* kNeverSent = "書き込みは送られていません。\n";
 constexpr const char* kUnclear = "書き込まれたかどうか、わかりません。\n"
                                  "もう一度送ると、先にスレッドを確かめ、なければ書き込みます。\n";
@@ -58,7 +59,7 @@ std::optional<Place> ActionOf(const PageForm& form, const Place& answered) {
 // The page of an answer, when the gate can show it and send its form on.
 std::optional<ConfirmationPage> PageOf(const Draft& draft, const PostAnswer& answer,
                                        const Place& answered, const std::string& secret) {
-    if (!answer.form || secret.empty())
+    if (!answer.form || secret.empty() || answer.page.size() > kLongestPage)
         return std::nullopt;
     const std::optional<Place> action = ActionOf(*answer.form, answered);
     if (!action)
@@ -224,13 +225,12 @@ std::string PostRoom::_PageAddress(const ConfirmationPage& page) const {
 }
 
 PostRoom::Shown PostRoom::Accept(const std::string& secret, const std::string& body) {
+    const std::optional<ConfirmationPage> shown = fLedger.FindPage(secret);
+    if (shown && !IsOfForm(ParseFormBody(body), shown->form, shown->charset))
+        return {403, "", Charset::kUtf8, "確認画面の内容と違うので、送られていません。"};
     const std::optional<ConfirmationPage> page = fLedger.TakePage(secret);
     if (!page)
         return {404, "", Charset::kUtf8, "この画面はもう使われたか、期限が過ぎました。"};
-    if (!IsOfForm(ParseFormBody(body), page->form, page->charset)) {
-        fLedger.Await(*page);
-        return {403, "", Charset::kUtf8, "確認画面の内容と違うので、送られていません。"};
-    }
     const SentPost sent = fSender.Send(SecondPost(*page, body), fShop.AnswerDeadline());
     _NoteAccepted(*page, sent);
     if (sent.fate == Fate::kNeverSent)

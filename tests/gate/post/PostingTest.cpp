@@ -1,75 +1,14 @@
-#include "gate/TestGate.h"
-
-#include "convert/Encodings.h"
-#include "post/FormBody.h"
+#include "gate/post/AskingServer.h"
 
 #include <condition_variable>
 
 namespace {
-
-using gate::Charset;
-
-std::string Sjis(std::string_view utf8) {
-    return gate::ToCp932(utf8, Charset::kUtf8);
-}
-
-std::string Utf8(std::string_view cp932) {
-    return gate::ToUtf8(cp932, Charset::kCp932);
-}
-
-std::string BodyOf(const std::string& request) {
-    return request.substr(request.find("\r\n\r\n") + 4);
-}
-
-// As the program sends it, with another time each time.
-std::string Program(const std::string& message, int time = 1) {
-    return gate::MakeFormBody({{"submit", Sjis("書き込む")},
-                               {"FROM", ""},
-                               {"mail", "sage"},
-                               {"MESSAGE", Sjis(message)},
-                               {"bbs", "news"},
-                               {"key", "1012345678"},
-                               {"time", std::to_string(time)}});
-}
-
-const std::string kForm =
-    "<form method=POST action=\"../test/bbs.cgi?guid=ON\"><input type=hidden name=FROM value>"
-    "<input type=hidden name=mail value='sage'><input type=hidden name=MESSAGE value=\"やあ "
-    "&amp;\">"
-    "<input type=hidden name=bbs value=news><input type=hidden name=time value=99>"
-    "<input type=hidden name=key value=1012345678>"
-    "<input type=hidden name=feature value=\"confirmed:0123\">"
-    "<input type=submit value=\"上記全てを承諾して書き込む\" name=submit></form>";
-const std::string kConfirmation =
-    Sjis("<html><head><title>■ 書き込み確認 ■</title></head><body><!-- _X:cookie -->" + kForm +
-         "</body></html>");
-const std::string kPosted =
-    Sjis("<html><head><title>書きこみました。</title></head><body>ok</body></html>");
-const std::string kTicket = "Set-Cookie: MonaTicket=abc; domain=.example; path=/\r\n";
 
 std::string Refused(const std::string& code) {
     return Reply(
         "200 OK",
         Sjis("<html><head><title>ERROR!!</title></head><body>ERROR: だめです</body></html>"),
         "X-Chx-Error: " + code + "\r\n");
-}
-
-// What a browser sends for the page above; its encoding differs from the gate's own.
-std::string Accepted(const std::string& feature = "confirmed%3A0123") {
-    return "FROM=&mail=sage&MESSAGE=%82%e2%82%a0+%26&bbs=news&time=99&key=1012345678&feature=" +
-           feature +
-           "&submit=" + gate::MakeFormBody({{"", Sjis("上記全てを承諾して書き込む")}}).substr(1);
-}
-
-// A server that wants its page accepted before it gives the ticket that posts.
-std::string AskFirst(const std::string& request) {
-    if (HeaderOf(request, "Cookie").find("MonaTicket=abc") != std::string::npos)
-        return Reply("200 OK", kPosted);
-    if (PathOf(request) == "/test/bbs.cgi?guid=ON")
-        return Reply("200 OK", kPosted, kTicket);
-    return Reply("200 OK", kConfirmation + "HTTP/1.1 200 OK\r\n\r\nmore",
-                 "X-Chx-Error: 0000 Confirmation\r\nSet-Cookie: acorn=xyz; domain=.example; "
-                 "path=/\r\n");
 }
 
 class Posting : public testing::Test {
@@ -98,15 +37,20 @@ protected:
         return address.substr(address.find('/', 8));
     }
     std::string Text(const GateAnswer& answer) { return Utf8(answer.body); }
+    void Restart() {
+        fGate.End();
+        fGate.Start();
+    }
+    void ForgetPosts() {
+        for (const auto& [number, post] : fGate.Store().ListPosts())
+            fGate.Store().DropPost(number);
+        Restart();
+    }
     size_t Sent() { return fOrigin.Requests().size(); }
 
     OriginServer fOrigin{AskFirst};
     TestGate fGate{&fOrigin};
 };
-
-bool IsSuccess(const GateAnswer& answer) {
-    return answer.status == 200 && answer.body.find("http-equiv=refresh") != std::string::npos;
-}
 
 TEST_F(Posting, AFirstPostIsAcceptedInTheBrowserAndSentOnceMoreByTheProgram) {
     const GateAnswer asked = fGate.Post(Program("やあ &"));
@@ -133,7 +77,10 @@ TEST_F(Posting, AFirstPostIsAcceptedInTheBrowserAndSentOnceMoreByTheProgram) {
     EXPECT_NE(Text(fGate.Post(Program("やあ &", 2))).find(fGate.Opened().at(0)), std::string::npos);
     EXPECT_EQ(Sent(), 1u);
 
+    // The page in the browser and what became of it outlive the gate's end.
+    Restart();
     EXPECT_EQ(Accept(Accepted()).body, kPosted);
+    Restart();
     ASSERT_EQ(Sent(), 2u);
     const std::string second = fOrigin.Requests().at(1);
     EXPECT_EQ(PathOf(second), "/test/bbs.cgi?guid=ON");
@@ -145,9 +92,7 @@ TEST_F(Posting, AFirstPostIsAcceptedInTheBrowserAndSentOnceMoreByTheProgram) {
 
     EXPECT_TRUE(IsSuccess(fGate.Post(Program("やあ &", 3))));
     EXPECT_EQ(Sent(), 2u);
-    // The success is told once only; and a ticket outlives the gate's end.
-    fGate.End();
-    fGate.Start();
+    Restart();
     EXPECT_TRUE(IsSuccess(fGate.Post(Program("次です"))));
     EXPECT_EQ(HeaderOf(fOrigin.Requests().at(2), "Cookie"), "acorn=xyz; MonaTicket=abc");
     EXPECT_EQ(fGate.Opened().size(), 1u);
@@ -270,9 +215,8 @@ TEST_F(Posting, AfterAnUnclearAnswerTheThreadIsLookedAtBeforeAnythingIsSent) {
                             false},
                            {"another text", "a<>b<>2099/01/01(木) 00:00:00<> 一 <>t\n", false},
                            {"no such thread", "<html></html>", false}};
-    int number = 0;
     for (const Case& row : kCases) {
-        const std::string post = Program("一<二\n>>1 三", ++number);
+        const std::string post = Program("一<二\n>>1 三");
         fOrigin.Become(CutAndThread(row.lines));
         EXPECT_NE(Text(fGate.Post(post)).find("わかりません"), std::string::npos) << row.what;
         const size_t sent = Sent();
@@ -280,8 +224,7 @@ TEST_F(Posting, AfterAnUnclearAnswerTheThreadIsLookedAtBeforeAnythingIsSent) {
         EXPECT_EQ(PathOf(fOrigin.Requests().at(sent)), "/news/dat/1012345678.dat") << row.what;
         const bool isSentAnew = row.lines.starts_with("a<>") && !row.isThere;
         EXPECT_EQ(Sent(), sent + (isSentAnew ? 2 : 1)) << row.what;
-        fGate.End();
-        fGate.Start();
+        ForgetPosts();
     }
 }
 
@@ -331,9 +274,8 @@ TEST_F(Posting, OtherFamiliesGetTheirOwnForm) {
                             "/bbs/read.cgi/news/1012345678/", "\x82\xA0"}};
     fOrigin.Become([](const std::string&) { return Reply("200 OK", kPosted); });
     for (const Case& row : kCases) {
-        fGate.End();
         fGate.Settings().families[0].post = row.kind;
-        fGate.Start();
+        ForgetPosts();
         EXPECT_TRUE(IsSuccess(fGate.Post(row.body, row.asked))) << row.path;
         const std::string sent = fOrigin.Requests().back();
         EXPECT_EQ(PathOf(sent), row.path);
