@@ -1,10 +1,9 @@
 #include "post/PostRoom.h"
 
 #include "post/FormBody.h"
+#include "post/PageAction.h"
 #include "post/Secret.h"
 #include "post/ThreadSearch.h"
-
-#include <algorithm>
 
 namespace gate {
 
@@ -18,43 +17,6 @@ constexpr size_t kLongestPage = 256 << 10; // that is shown to be accepted
 constexpr const char* kNeverSent = "書き込みは送られていません。\n";
 constexpr const char* kUnclear = "書き込まれたかどうか、わかりません。\n"
                                  "もう一度送ると、先にスレッドを確かめ、なければ書き込みます。\n";
-
-// Without "." and ".."; nothing when it leads above the root.
-std::optional<std::string> NormalPath(const std::string& path) {
-    const size_t query = std::min(path.find('?'), path.size());
-    std::string normal;
-    for (size_t at = 0; at < query;) {
-        const size_t end = std::min(path.find('/', at + 1), query);
-        const std::string part = path.substr(at, end - at);
-        const bool isLast = end == query;
-        if (part == "/..") {
-            if (normal.empty())
-                return std::nullopt;
-            normal.resize(normal.rfind('/'));
-        } else if (part != "/.") {
-            normal += part;
-        }
-        if (isLast && (part == "/.." || part == "/."))
-            normal += '/';
-        at = end;
-    }
-    return normal + path.substr(query);
-}
-
-// Where a page's form goes. Only a path that is relative to the page stays one when the browser is
-// shown the page by the gate.
-std::optional<Place> ActionOf(const PageForm& form, const Place& answered) {
-    const bool isRelative = !form.action.empty() && form.action[0] != '/' &&
-                            form.action.find("://") == std::string::npos;
-    if (!isRelative)
-        return std::nullopt;
-    std::optional<Place> place = ResolveLocation(answered, form.action);
-    const std::optional<std::string> path = place ? NormalPath(place->path) : std::nullopt;
-    if (!path || place->host != answered.host)
-        return std::nullopt;
-    place->path = *path;
-    return place;
-}
 
 // The page of an answer, when the gate can show it and send its form on.
 std::optional<ConfirmationPage> PageOf(const Draft& draft, const PostAnswer& answer,

@@ -69,3 +69,45 @@ inline std::string AskFirst(const std::string& request) {
 inline bool IsSuccess(const GateAnswer& answer) {
     return answer.status == 200 && answer.body.find("http-equiv=refresh") != std::string::npos;
 }
+
+// A gate before such a server, and the user at the web browser.
+class Posting : public testing::Test {
+protected:
+    // What the browser sends to the page's form.
+    GateAnswer Accept(const std::string& body, const std::string& headers = "",
+                      std::string secret = "") {
+        const std::string port = std::to_string(fGate.PagePort());
+        if (secret.empty())
+            secret = PathOfPage().substr(0, 33);
+        return Exchange(fGate.PagePort(),
+                        "POST " + secret +
+                            "/test/bbs.cgi?guid=ON HTTP/1.1\r\nHost: localhost:" + port + "\r\n" +
+                            (headers.empty() ? "Origin: http://localhost:" + port +
+                                                   "\r\nSec-Fetch-Site: same-origin\r\n"
+                                             : headers) +
+                            "Content-Type: application/x-www-form-urlencoded\r\nContent-Length: " +
+                            std::to_string(body.size()) + "\r\n\r\n" + body);
+    }
+    GateAnswer Page() {
+        return Exchange(fGate.PagePort(), "GET " + PathOfPage() + " HTTP/1.1\r\nHost: localhost:" +
+                                              std::to_string(fGate.PagePort()) + "\r\n\r\n");
+    }
+    std::string PathOfPage() {
+        const std::string address = fGate.Opened().at(0);
+        return address.substr(address.find('/', 8));
+    }
+    std::string Text(const GateAnswer& answer) { return Utf8(answer.body); }
+    void Restart() {
+        fGate.End();
+        fGate.Start();
+    }
+    void ForgetPosts() {
+        for (const auto& [number, post] : fGate.Store().ListPosts())
+            fGate.Store().DropPost(number);
+        Restart();
+    }
+    size_t Sent() { return fOrigin.Requests().size(); }
+
+    OriginServer fOrigin{AskFirst};
+    TestGate fGate{&fOrigin};
+};

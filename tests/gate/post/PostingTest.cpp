@@ -11,47 +11,6 @@ std::string Refused(const std::string& code) {
         "X-Chx-Error: " + code + "\r\n");
 }
 
-class Posting : public testing::Test {
-protected:
-    // What the browser sends to the page's form.
-    GateAnswer Accept(const std::string& body, const std::string& headers = "",
-                      std::string secret = "") {
-        const std::string port = std::to_string(fGate.PagePort());
-        if (secret.empty())
-            secret = PathOfPage().substr(0, 33);
-        return Exchange(fGate.PagePort(),
-                        "POST " + secret +
-                            "/test/bbs.cgi?guid=ON HTTP/1.1\r\nHost: localhost:" + port + "\r\n" +
-                            (headers.empty() ? "Origin: http://localhost:" + port +
-                                                   "\r\nSec-Fetch-Site: same-origin\r\n"
-                                             : headers) +
-                            "Content-Type: application/x-www-form-urlencoded\r\nContent-Length: " +
-                            std::to_string(body.size()) + "\r\n\r\n" + body);
-    }
-    GateAnswer Page() {
-        return Exchange(fGate.PagePort(), "GET " + PathOfPage() + " HTTP/1.1\r\nHost: localhost:" +
-                                              std::to_string(fGate.PagePort()) + "\r\n\r\n");
-    }
-    std::string PathOfPage() {
-        const std::string address = fGate.Opened().at(0);
-        return address.substr(address.find('/', 8));
-    }
-    std::string Text(const GateAnswer& answer) { return Utf8(answer.body); }
-    void Restart() {
-        fGate.End();
-        fGate.Start();
-    }
-    void ForgetPosts() {
-        for (const auto& [number, post] : fGate.Store().ListPosts())
-            fGate.Store().DropPost(number);
-        Restart();
-    }
-    size_t Sent() { return fOrigin.Requests().size(); }
-
-    OriginServer fOrigin{AskFirst};
-    TestGate fGate{&fOrigin};
-};
-
 TEST_F(Posting, AFirstPostIsAcceptedInTheBrowserAndSentOnceMoreByTheProgram) {
     const GateAnswer asked = fGate.Post(Program("やあ &"));
     EXPECT_FALSE(IsSuccess(asked));
@@ -196,8 +155,12 @@ TEST_F(Posting, OfTwoEqualPostsAtOnceOneIsSent) {
 OriginServer::Script CutAndThread(const std::string& lines) {
     return [lines](const std::string& request) {
         return request.starts_with("POST") ? "HTTP/1.1 200 OK\r\nContent-Length: 500\r\n\r\n<html>"
-                                           : Reply("200 OK", Sjis(lines));
+                                           : Reply("200 OK", lines);
     };
+}
+
+std::string Euc(const std::string& utf8) {
+    return gate::FromCp932(Sjis(utf8), gate::Charset::kEucJp);
 }
 
 TEST_F(Posting, AfterAnUnclearAnswerTheThreadIsLookedAtBeforeAnythingIsSent) {
@@ -205,26 +168,42 @@ TEST_F(Posting, AfterAnUnclearAnswerTheThreadIsLookedAtBeforeAnythingIsSent) {
         const char* what;
         std::string lines;
         bool isThere;
+        gate::FamilyKind kind = gate::FamilyKind::kDat;
     };
-    const Case kCases[] = {{"found, with what servers add",
-                            "a<>b<>2099/01/01(木) 00:00:00.00 ID:x<> 一&lt;二 <br> <a "
-                            "href=\"x\">&gt;&gt;1</a> 三 <>t\n",
-                            true},
-                           {"another's of long ago",
-                            "a<>b<>2020/01/01(水) 00:00:00 ID:x<> 一&lt;二<br>&gt;&gt;1三 <>t\n",
-                            false},
-                           {"another text", "a<>b<>2099/01/01(木) 00:00:00<> 一 <>t\n", false},
-                           {"no such thread", "<html></html>", false}};
+    const Case kCases[] = {
+        {"found, with what servers add",
+         "a<>b<>2099/01/01(木) 00:00:00.00 ID:x<> 一&lt;二 <br> <a "
+         "href=\"x\">&gt;&gt;1</a> 三 <>t\n",
+         true},
+        {"another's of long ago",
+         "a<>b<>2020/01/01(水) 00:00:00 ID:x<> 一&lt;二<br>&gt;&gt;1三 <>t\n", false},
+        {"another text", "a<>b<>2099/01/01(木) 00:00:00<> 一 <>t\n", false},
+        {"no such thread", "<html></html>", false},
+        {"found by its number, in EUC-JP",
+         "7<>a<>b<>2099/01/01(木) 00:00:00<> 一&lt;二<br>&gt;&gt;1 三<><>x\n", true,
+         gate::FamilyKind::kRawmode},
+        {"the other posts by number", "7<>a<>b<>2099/01/01(木) 00:00:00<> 一<><>x\n", false,
+         gate::FamilyKind::kRawmode},
+        {"found by its number",
+         "7<>a<>b<>2099/01/01(木) 00:00:00 ID:x<>一&lt;二<br>&gt;&gt;1 三<><>h\n", true,
+         gate::FamilyKind::kOfflaw}};
+    gate::Family& family = fGate.Settings().families[0];
+    family.wholePath = "/whole/{board}/{key}/";
     for (const Case& row : kCases) {
+        family.kind = row.kind;
+        ForgetPosts();
         const std::string post = Program("一<二\n>>1 三");
-        fOrigin.Become(CutAndThread(row.lines));
+        const bool isRawmode = row.kind == gate::FamilyKind::kRawmode;
+        fOrigin.Become(CutAndThread(isRawmode ? Euc(row.lines) : Sjis(row.lines)));
         EXPECT_NE(Text(fGate.Post(post)).find("わかりません"), std::string::npos) << row.what;
         const size_t sent = Sent();
         EXPECT_EQ(IsSuccess(fGate.Post(post)), row.isThere) << row.what;
-        EXPECT_EQ(PathOf(fOrigin.Requests().at(sent)), "/news/dat/1012345678.dat") << row.what;
-        const bool isSentAnew = row.lines.starts_with("a<>") && !row.isThere;
+        EXPECT_EQ(PathOf(fOrigin.Requests().at(sent)), row.kind == gate::FamilyKind::kDat
+                                                           ? "/news/dat/1012345678.dat"
+                                                           : "/whole/news/1012345678/")
+            << row.what;
+        const bool isSentAnew = !row.lines.starts_with("<html>") && !row.isThere;
         EXPECT_EQ(Sent(), sent + (isSentAnew ? 2 : 1)) << row.what;
-        ForgetPosts();
     }
 }
 

@@ -168,6 +168,21 @@ TEST_F(Restart, WithoutRoomOnTheDiskPostsAreKnownUntilTheEnd) {
     EXPECT_EQ(status, 0);
 }
 
+TEST_F(Restart, PagesKeepTheirPortAsLongAsItIsFree) {
+    std::string error;
+    const auto open = [&](gate::Listeners* listeners) {
+        gate::Store store(fFile);
+        EXPECT_TRUE(gate::OpenPagePort(listeners, &store, &error)) << error;
+        return listeners->Port();
+    };
+    const int first = open(std::make_unique<gate::Listeners>().get());
+    gate::Listeners again;
+    EXPECT_EQ(open(&again), first);
+    const int other = open(std::make_unique<gate::Listeners>().get());
+    EXPECT_NE(other, first);
+    EXPECT_EQ(open(std::make_unique<gate::Listeners>().get()), other);
+}
+
 // The gate's own program, killed wherever a post may stand.
 TEST(KilledGate, AnOpenPageStillWorksAndAnAcceptedPostIsLookedFor) {
     OriginServer origin(AskFirst);
