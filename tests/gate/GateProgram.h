@@ -5,6 +5,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 
 #include <csignal>
@@ -23,6 +24,7 @@ public:
         fProcess = fork();
         if (fProcess != 0)
             return;
+        prctl(PR_SET_PDEATHSIG, SIGKILL); // a test that crashes leaves nothing behind
         const std::string file =
             std::filesystem::read_symlink("/proc/self/exe").parent_path() / "itamori-gate";
         setenv("XDG_DATA_HOME", folder.Path().c_str(), 1);

@@ -72,12 +72,7 @@ private:
     }
     void _Handle(int handle) {
         std::string request;
-        char bytes[4096];
-        while (request.find("\r\n\r\n") == std::string::npos) {
-            const ssize_t count = recv(handle, bytes, sizeof(bytes), 0);
-            if (count <= 0)
-                break;
-            request.append(bytes, static_cast<size_t>(count));
+        while (request.find("\r\n\r\n") == std::string::npos && _Receive(handle, &request)) {
         }
         const size_t end = request.find("\r\n\r\n");
         const size_t whole =
@@ -86,11 +81,7 @@ private:
                 : end + 4 +
                       strtoul(HeaderOf(request.substr(0, end + 2), "Content-Length").c_str(),
                               nullptr, 10);
-        while (request.size() < whole) {
-            const ssize_t count = recv(handle, bytes, sizeof(bytes), 0);
-            if (count <= 0)
-                break;
-            request.append(bytes, static_cast<size_t>(count));
+        while (request.size() < whole && _Receive(handle, &request)) {
         }
         Script script;
         {
@@ -113,10 +104,19 @@ private:
         close(handle);
     }
 
+    // Web browsers open connections that they never use: nobody may wait for these at the end.
     void _WaitForClient(int handle) const {
         pollfd wait = {handle, POLLIN, 0};
         while (!fIsEnding && poll(&wait, 1, 10) == 0) {
         }
+    }
+    bool _Receive(int handle, std::string* request) const {
+        _WaitForClient(handle);
+        char bytes[4096];
+        const ssize_t count = fIsEnding ? 0 : recv(handle, bytes, sizeof(bytes), 0);
+        if (count > 0)
+            request->append(bytes, static_cast<size_t>(count));
+        return count > 0;
     }
 
     const int fListener = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);

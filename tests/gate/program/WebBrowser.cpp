@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <fcntl.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 
@@ -21,11 +22,12 @@ constexpr const char* kDriver = "chromedriver";
 constexpr const char* kElement = "element-6066-11e4-a52e-4f735466cecf"; // the protocol's own name
 
 // Starts the driver, which takes a free port and tells it.
-pid_t StartDriver(int output) {
+pid_t StartDriver(int output, const std::string& folder) {
     const pid_t process = fork();
     if (process != 0)
         return process;
-    prctl(PR_SET_PDEATHSIG, SIGTERM);
+    prctl(PR_SET_PDEATHSIG, SIGKILL); // a test that crashes leaves nothing behind
+    setenv("TMPDIR", folder.c_str(), 1);
     unsetenv("DISPLAY");
     dup2(output, 1);
     dup2(output, 2);
@@ -99,17 +101,18 @@ bool WebBrowser::IsThere() {
 
 WebBrowser::WebBrowser(const std::string& folder) {
     int output[2];
-    if (pipe(output) != 0)
+    if (pipe2(output, O_CLOEXEC) != 0)
         return;
-    fDriver = StartDriver(output[1]);
+    fDriver = StartDriver(output[1], folder);
     close(output[1]);
-    fPort = ReadPort(output[0]);
-    close(output[0]);
+    fOutput = output[0]; // it ends when nobody reads what it says
+    fPort = ReadPort(fOutput);
     const json arguments = {"--headless=new",
                             "--no-sandbox", // it can't have one for root; its pages are our own
                             "--disable-gpu",
                             "--disable-dev-shm-usage",
                             "--no-first-run",
+                            "--remote-debugging-pipe", // it ends with the driver
                             "--disable-background-networking",
                             "--window-size=900,1000",
                             "--user-data-dir=" + folder + "/browser",
@@ -125,19 +128,24 @@ WebBrowser::~WebBrowser() {
     _Ask("DELETE", fSession, nullptr);
     kill(fDriver, SIGTERM);
     waitpid(fDriver, nullptr, 0);
+    close(fOutput);
 }
 
-json WebBrowser::_Ask(const std::string& method, const std::string& path, const json& body) {
+json WebBrowser::_Send(const std::string& method, const std::string& path, const json& body) {
     const std::string text = body.is_null() ? "" : body.dump();
     const std::string answer =
         Talk(fPort, method + " " + path + " HTTP/1.1\r\nHost: localhost:" + std::to_string(fPort) +
                         "\r\nContent-Type: application/json\r\nContent-Length: " +
                         std::to_string(text.size()) + "\r\n\r\n" + text);
     const json reply = json::parse(answer, nullptr, false);
-    const json value = reply.is_object() ? reply.value("value", json()) : json();
+    return reply.is_object() ? reply.value("value", json()) : json{{"error", "no answer"}};
+}
+
+json WebBrowser::_Ask(const std::string& method, const std::string& path, const json& body) {
+    const json value = _Send(method, path, body);
     const std::string error = value.is_object() ? value.value("error", "") : "";
-    EXPECT_TRUE(reply.is_object() && (error.empty() || error == "no such element"))
-        << method << " " << path << ": " << answer;
+    EXPECT_TRUE(error.empty() || error == "no such element")
+        << method << " " << path << ": " << value;
     return error.empty() ? value : json();
 }
 
@@ -150,8 +158,11 @@ bool WebBrowser::Press(const std::string& selector) {
         _Ask("POST", fSession + "/element", {{"using", "css selector"}, {"value", selector}});
     if (!element.is_object())
         return false;
-    const std::string name = element.value(kElement, "");
-    _Ask("POST", fSession + "/element/" + name + "/click", json::object());
+    const std::string pressed = fSession + "/element/" + element.value(kElement, "");
+    _Ask("POST", pressed + "/click", json::object());
+    // The click may be back before its page begins to go; with the page the element does.
+    for (int i = 0; i < 500 && _Send("GET", pressed + "/name", nullptr).is_string(); i++)
+        poll(nullptr, 0, 20);
     return true;
 }
 

@@ -19,7 +19,8 @@ public:
 
     // Each returns when the page that results has loaded.
     void Open(const std::string& address);
-    bool Press(const std::string& selector); // as a mouse does; false when there is no such element
+    // As a mouse does, what leads to another page; false when there is no such element.
+    bool Press(const std::string& selector);
 
     std::string Address();
     std::string Title();
@@ -30,10 +31,15 @@ public:
     void Picture(const std::string& file);
 
 private:
+    // The value of the answer, which has an "error" where it went wrong; a test fails by it in the
+    // second.
+    nlohmann::json _Send(const std::string& method, const std::string& path,
+                         const nlohmann::json& body);
     nlohmann::json _Ask(const std::string& method, const std::string& path,
                         const nlohmann::json& body);
 
     int fPort = 0;
     pid_t fDriver = -1;
+    int fOutput = -1;     // what the driver says
     std::string fSession; // "/session/ID"
 };
