@@ -107,6 +107,9 @@ WebBrowser::WebBrowser(const std::string& folder) {
     close(output[1]);
     fOutput = output[0]; // it ends when nobody reads what it says
     fPort = ReadPort(fOutput);
+    // It may tell its port before it takes connections.
+    for (int i = 0; i < 500 && !_Send("GET", "/status", nullptr).value("ready", false); i++)
+        poll(nullptr, 0, 20);
     const json arguments = {"--headless=new",
                             "--no-sandbox", // it can't have one for root; its pages are our own
                             "--disable-gpu",
@@ -121,7 +124,7 @@ WebBrowser::WebBrowser(const std::string& folder) {
     const json session = _Ask(
         "POST", "/session",
         {{"capabilities", {{"alwaysMatch", {{"goog:chromeOptions", {{"args", arguments}}}}}}}});
-    fSession = "/session/" + session.value("sessionId", "");
+    fSession = "/session/" + (session.is_object() ? session.value("sessionId", "") : "");
 }
 
 WebBrowser::~WebBrowser() {
