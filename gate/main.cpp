@@ -101,10 +101,10 @@ int main(int count, char** words) {
     if (!listeners.Adopt(&error) && (!error.empty() || !listeners.Open(settings.port, &error)))
         return Complain(error);
     // Servers' confirmation pages stand at a port of their own, apart from the gate's pages.
-    gate::Listeners pageListeners;
-    if (!pageListeners.Open(0, &error))
-        return Complain(error);
     gate::Store store(gate::StoreFile());
+    gate::Listeners pageListeners;
+    if (!gate::OpenPagePort(&pageListeners, &store, &error))
+        return Complain(error);
     gate::Origin origin(settings);
     gate::Journal journal;
     const gate::Shop shop{settings, origin, store};

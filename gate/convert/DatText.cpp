@@ -164,15 +164,8 @@ bool IsNextPost(HtmlNode* node, const std::vector<std::string>& posts) {
 std::string Escaped(std::string_view text) {
     std::string escaped;
     for (const char byte : text) {
-        switch (byte) {
-        case '&': escaped += "&amp;"; break;
-        case '<': escaped += "&lt;"; break;
-        case '>': escaped += "&gt;"; break;
-        case '\t':
-        case '\r':
-        case '\n': break;
-        default: escaped += byte;
-        }
+        if (byte != '\t' && byte != '\r' && byte != '\n')
+            AppendEscaped(byte, &escaped);
     }
     return escaped;
 }

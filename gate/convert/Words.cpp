@@ -19,6 +19,15 @@ std::string Lowered(std::string_view text) {
     return lowered;
 }
 
+void AppendEscaped(char byte, std::string* html) {
+    switch (byte) {
+    case '&': *html += "&amp;"; break;
+    case '<': *html += "&lt;"; break;
+    case '>': *html += "&gt;"; break;
+    default: *html += byte;
+    }
+}
+
 bool TakeLine(std::string_view* text, std::string_view* line) {
     if (text->empty())
         return false;

@@ -1,5 +1,9 @@
 #include "front/StatusPage.h"
 
+#include "convert/Words.h"
+
+#include <array>
+
 namespace gate {
 
 namespace {
@@ -18,13 +22,10 @@ constexpr const char* kStart =
 std::string Escaped(const std::string& text) {
     std::string escaped;
     for (const char c : text) {
-        switch (c) {
-        case '&': escaped += "&amp;"; break;
-        case '<': escaped += "&lt;"; break;
-        case '>': escaped += "&gt;"; break;
-        case '"': escaped += "&quot;"; break;
-        default: escaped += c;
-        }
+        if (c == '"')
+            escaped += "&quot;";
+        else
+            AppendEscaped(c, &escaped);
     }
     return escaped;
 }
@@ -55,14 +56,22 @@ std::string FamilyRows(const Settings& settings) {
     for (const Family& family : settings.families)
         rows += "<tr>" + Cell(family.name) + Cell(Joined(family.hosts)) +
                 Cell(family.usesTls ? "https" : "http") + Cell(KindName(family.kind)) +
-                Cell(family.reach.empty() ? "名前から" : family.reach) + "</tr>\n";
+                Cell(family.reach.empty() ? "名前で調べる" : family.reach) + "</tr>\n";
     return rows;
+}
+
+std::string LocalTime(time_t time) {
+    tm local = {};
+    localtime_r(&time, &local);
+    std::array<char, 32> text = {};
+    const size_t length = strftime(text.data(), text.size(), "%m/%d %H:%M:%S", &local);
+    return {text.data(), length};
 }
 
 std::string JournalRows(const Journal& journal) {
     std::string rows;
     for (const Journal::Entry& entry : journal.Last())
-        rows += "<tr>" + Cell(HttpDate(entry.time)) + Cell(entry.request) +
+        rows += "<tr>" + Cell(LocalTime(entry.time)) + Cell(entry.request) +
                 Cell(std::to_string(entry.status) + " " + entry.reason,
                      entry.status >= 400 ? "bad" : "") +
                 Cell(std::to_string(entry.bytes), "n") +
@@ -92,8 +101,10 @@ std::string CookieRows(const std::vector<CookieNames>& cookies, const std::strin
 }
 
 std::string Table(const char* title, const char* heads, const std::string& rows) {
-    return std::string("<h2>") + title + "</h2>\n<table><tr>" + heads + "</tr>\n" + rows +
-           "</table>\n";
+    const std::string head = std::string("<h2>") + title + "</h2>\n";
+    if (rows.empty())
+        return head + "<p>まだありません。</p>\n";
+    return head + "<table><tr>" + heads + "</tr>\n" + rows + "</table>\n";
 }
 
 } // namespace

@@ -129,11 +129,6 @@ std::string TitleOf(const HtmlTree& page) {
     return title == nullptr ? "" : TextOf(title);
 }
 
-const PageForm* FormToSend(const std::vector<PageForm>& forms) {
-    const auto form = std::ranges::find(forms, "post", &PageForm::method);
-    return form == forms.end() ? nullptr : &*form;
-}
-
 } // namespace
 
 PostAnswer JudgeAnswer(const PostReply& reply, const AnswerMarks& marks) {
@@ -157,8 +152,8 @@ PostAnswer JudgeAnswer(const PostReply& reply, const AnswerMarks& marks) {
     answer.outcome = Judge(signs);
     AddMeaning(signs, &answer);
     AddBrokenCookie(code, &answer);
-    if (answer.outcome == Outcome::kConfirmation && FormToSend(forms) != nullptr)
-        answer.form = *FormToSend(forms);
+    if (answer.outcome == Outcome::kConfirmation)
+        answer.form = FormToSend(forms);
     return answer;
 }
 

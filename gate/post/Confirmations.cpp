@@ -1,7 +1,10 @@
 #include "post/Confirmations.h"
 
+#include "convert/Words.h"
 #include "front/Doorkeeper.h"
+#include "front/Listeners.h"
 #include "post/PostRoom.h"
+#include "store/Store.h"
 
 namespace gate {
 
@@ -46,15 +49,14 @@ void Show(int status, const std::string& bytes, Charset charset, Responder* resp
 
 void ShowText(int status, const std::string& text, Responder* responder) {
     std::string page = "<!DOCTYPE html>\n<html lang=\"ja\"><head><meta charset=\"utf-8\">"
-                       "<title>イタモリのゲート</title></head><body><p>";
+                       "<title>イタモリのゲート</title>"
+                       "<style>body{font:14px/1.5 sans-serif;margin:24px;color:#222}</style>"
+                       "</head><body><p>";
     for (const char c : text) {
-        switch (c) {
-        case '&': page += "&amp;"; break;
-        case '<': page += "&lt;"; break;
-        case '>': page += "&gt;"; break;
-        case '\n': page += "<br>\n"; break;
-        default: page += c;
-        }
+        if (c == '\n')
+            page += "<br>\n";
+        else
+            AppendEscaped(c, &page);
     }
     Show(status, page + "</p></body></html>\n", Charset::kUtf8, responder);
 }
@@ -65,6 +67,16 @@ bool IsForm(const Request& request) {
 }
 
 } // namespace
+
+bool OpenPagePort(Listeners* listeners, Store* store, std::string* error) {
+    const int last = store->PagePort();
+    if (last > 0 && listeners->Open(last, error))
+        return true;
+    if (!listeners->Open(0, error))
+        return false;
+    store->SetPagePort(listeners->Port());
+    return true;
+}
 
 void Confirmations::Answer(const Request& request, Responder* responder) {
     const std::string secret = request.isAbsolute ? "" : SecretOf(request.path);

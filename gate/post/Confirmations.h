@@ -6,7 +6,13 @@
 
 namespace gate {
 
+class Listeners;
 class PostRoom;
+class Store;
+
+// Opens the port for the pages: that of the last run, where it is free, so that pages that were
+// open when the gate ended go on working; else any. False with an error when there is none.
+bool OpenPagePort(Listeners* listeners, Store* store, std::string* error);
 
 // Shows servers' confirmation pages in the user's web browser, byte for byte, at a port of their
 // own: whatever a page does, it can't reach the gate's other pages. Each has a secret in its

@@ -6,91 +6,120 @@ namespace gate {
 
 namespace {
 
-constexpr std::chrono::minutes kMemory{30};
-constexpr size_t kMostEntries = 256;
+constexpr time_t kMemory = 30 * 60;
+constexpr time_t kMemoryOfUnclear = 24 * 60 * 60;
+constexpr size_t kMostRecords = 256;
 
 } // namespace
 
+Ledger::Ledger(const Settings& settings, Store* store) : fStore(store) {
+    for (const auto& [number, kept] : fStore->ListPosts()) {
+        if (auto record = RecordOf(settings, kept)) {
+            record->number = number;
+            fRecords.push_back(std::move(*record));
+        } else {
+            fStore->DropPost(number);
+        }
+    }
+    _DropOld();
+}
+
+template <typename Condition>
+void Ledger::_Forget(Condition isGone) {
+    fRecords.remove_if([this, isGone](const PostRecord& record) {
+        if (!isGone(record))
+            return false;
+        fStore->DropPost(record.number);
+        return true;
+    });
+}
+
 // Beyond the count the oldest goes that is not on its way.
 void Ledger::_DropOld() {
-    const Clock::time_point oldest = Clock::now() - kMemory;
-    fEntries.remove_if([oldest](const Entry& entry) {
-        return entry.state != State::kSending && entry.changed < oldest;
+    const time_t now = time(nullptr);
+    _Forget([now](const PostRecord& record) {
+        const time_t memory = record.state == State::kUnclear ? kMemoryOfUnclear : kMemory;
+        return record.state != State::kSending && record.changed < now - memory;
     });
-    if (fEntries.size() < kMostEntries)
+    if (fRecords.size() < kMostRecords)
         return;
     const auto idle = std::ranges::find_if(
-        fEntries, [](const Entry& entry) { return entry.state != State::kSending; });
-    if (idle != fEntries.end())
-        fEntries.erase(idle);
+        fRecords, [](const PostRecord& record) { return record.state != State::kSending; });
+    if (idle != fRecords.end())
+        _Forget([&idle](const PostRecord& record) { return &record == &*idle; });
 }
 
-Ledger::Entry* Ledger::_Find(const Draft& draft) {
+PostRecord* Ledger::_Find(const Draft& draft) {
     const auto found = std::ranges::find_if(
-        fEntries, [&draft](const Entry& entry) { return entry.draft.IsSame(draft); });
-    return found == fEntries.end() ? nullptr : &*found;
+        fRecords, [&draft](const PostRecord& record) { return record.draft.IsSame(draft); });
+    return found == fRecords.end() ? nullptr : &*found;
 }
 
-Ledger::Entry* Ledger::_FindAwaiting(const std::string& secret) {
-    const auto found = std::ranges::find_if(fEntries, [&secret](const Entry& entry) {
-        return entry.state == State::kAwaiting && entry.page.secret == secret;
+PostRecord* Ledger::_FindAwaiting(const std::string& secret) {
+    const auto found = std::ranges::find_if(fRecords, [&secret](const PostRecord& record) {
+        return record.state == State::kAwaiting && record.page.secret == secret;
     });
-    return found == fEntries.end() ? nullptr : &*found;
+    return found == fRecords.end() ? nullptr : &*found;
+}
+
+void Ledger::_Change(PostRecord* record, State state) {
+    record->state = state;
+    record->changed = time(nullptr);
+    record->number = fStore->KeepPost(record->number, MakeKept(*record));
 }
 
 Ledger::Known Ledger::Begin(const Draft& draft) {
     std::lock_guard guard(fMutex);
     _DropOld();
-    Entry* entry = _Find(draft);
-    if (entry == nullptr) {
-        fEntries.push_back({draft, State::kSending, Clock::now(), time(nullptr), {}});
+    PostRecord* record = _Find(draft);
+    if (record == nullptr) {
+        fRecords.emplace_back();
+        fRecords.back().draft = draft;
+        fRecords.back().firstSent = time(nullptr);
+        _Change(&fRecords.back(), State::kSending);
         return {};
     }
-    Known known{entry->state, entry->page.secret, entry->firstSent};
+    Known known{record->state, record->page.secret, record->firstSent};
     if (known.state == State::kUnclear)
-        entry->state = State::kSending;
+        _Change(record, State::kSending);
     if (known.state == State::kPosted)
-        fEntries.remove_if([&draft](const Entry& other) { return other.draft.IsSame(draft); });
+        _Forget([&draft](const PostRecord& other) { return other.draft.IsSame(draft); });
     return known;
 }
 
 void Ledger::End(const Draft& draft, State state) {
     std::lock_guard guard(fMutex);
     if (state == State::kNew)
-        fEntries.remove_if([&draft](const Entry& entry) { return entry.draft.IsSame(draft); });
-    Entry* entry = _Find(draft);
-    if (entry == nullptr)
-        return;
-    entry->state = state;
-    entry->changed = Clock::now();
+        _Forget([&draft](const PostRecord& record) { return record.draft.IsSame(draft); });
+    else if (PostRecord* record = _Find(draft))
+        _Change(record, state);
 }
 
 void Ledger::Await(ConfirmationPage page) {
     std::lock_guard guard(fMutex);
-    Entry* entry = _Find(page.draft);
-    if (entry == nullptr)
+    PostRecord* record = _Find(page.draft);
+    if (record == nullptr)
         return;
-    entry->state = State::kAwaiting;
-    entry->changed = Clock::now();
-    entry->page = std::move(page);
+    record->page = std::move(page);
+    _Change(record, State::kAwaiting);
 }
 
 std::optional<ConfirmationPage> Ledger::FindPage(const std::string& secret) {
     std::lock_guard guard(fMutex);
     _DropOld();
-    const Entry* entry = _FindAwaiting(secret);
-    return entry == nullptr ? std::nullopt : std::optional(entry->page);
+    const PostRecord* record = _FindAwaiting(secret);
+    return record == nullptr ? std::nullopt : std::optional(record->page);
 }
 
 std::optional<ConfirmationPage> Ledger::TakePage(const std::string& secret) {
     std::lock_guard guard(fMutex);
     _DropOld();
-    Entry* entry = _FindAwaiting(secret);
-    if (entry == nullptr)
+    PostRecord* record = _FindAwaiting(secret);
+    if (record == nullptr)
         return std::nullopt;
-    entry->state = State::kSending;
-    entry->firstSent = time(nullptr);
-    return entry->page;
+    record->firstSent = time(nullptr);
+    _Change(record, State::kSending);
+    return record->page;
 }
 
 } // namespace gate

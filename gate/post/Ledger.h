@@ -1,10 +1,7 @@
 #pragma once
 
-#include "origin/Location.h"
-#include "post/Draft.h"
-#include "post/PageForm.h"
+#include "post/PostRecord.h"
 
-#include <chrono>
 #include <ctime>
 #include <list>
 #include <mutex>
@@ -13,27 +10,15 @@
 
 namespace gate {
 
-// A server's page that asks its reader to accept something before a post is taken.
-struct ConfirmationPage {
-    std::string secret; // by which the browser knows it: 32 hex digits
-    std::string bytes;
-    Charset charset = Charset::kCp932;
-    PageForm form;
-    Place action;   // where the form goes
-    Place answered; // what sent the page
-    Draft draft;
-};
-
-// What became of the posts of the last half hour. Any thread may call.
+// What became of the posts of the last half hour, and for a day of those whose outcome is unclear:
+// looking for such a post costs one request, forgetting it might post it twice. Kept in the store,
+// so that a gate that is killed goes on where it was; where that can't be written, in memory alone.
+// Any thread may call.
 class Ledger {
 public:
-    enum class State {
-        kNew,
-        kSending,
-        kAwaiting, // that a page is accepted
-        kPosted,   // and its success may be told once more
-        kUnclear
-    };
+    using State = PostState;
+    Ledger(const Settings& settings, Store* store); // both outlive it
+
     struct Known {
         State state = State::kNew;
         std::string secret;   // of the page that is waited for
@@ -52,21 +37,16 @@ public:
     std::optional<ConfirmationPage> TakePage(const std::string& secret);
 
 private:
-    using Clock = std::chrono::steady_clock;
-    struct Entry {
-        Draft draft;
-        State state = State::kSending;
-        Clock::time_point changed;
-        time_t firstSent = 0;
-        ConfirmationPage page; // of an awaiting one
-    };
-
+    template <typename Condition>
+    void _Forget(Condition isGone);
     void _DropOld();
-    Entry* _Find(const Draft& draft);
-    Entry* _FindAwaiting(const std::string& secret);
+    PostRecord* _Find(const Draft& draft);
+    PostRecord* _FindAwaiting(const std::string& secret);
+    void _Change(PostRecord* record, State state);
 
+    Store* const fStore;
     std::mutex fMutex;
-    std::list<Entry> fEntries; // guarded by fMutex
+    std::list<PostRecord> fRecords; // guarded by fMutex
 };
 
 } // namespace gate

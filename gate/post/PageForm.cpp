@@ -96,6 +96,11 @@ std::vector<PageForm> ParseForms(const HtmlTree& page) {
     return forms;
 }
 
+std::optional<PageForm> FormToSend(const std::vector<PageForm>& forms) {
+    const auto form = std::ranges::find(forms, "post", &PageForm::method);
+    return form == forms.end() ? std::nullopt : std::optional(*form);
+}
+
 bool IsOfForm(const FormPairs& pairs, const PageForm& form, Charset charset) {
     auto pair = pairs.begin();
     int buttons = 0;

@@ -3,6 +3,7 @@
 #include "convert/Encodings.h"
 #include "post/FormBody.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,6 +29,9 @@ struct PageForm {
 
 // The forms of a page in its order. A field belongs to the form that began last before it.
 std::vector<PageForm> ParseForms(const HtmlTree& page);
+
+// The one that a reader is to send; nothing without.
+std::optional<PageForm> FormToSend(const std::vector<PageForm>& forms);
 
 // Whether a browser that was shown the form may have sent these pairs: every hidden field as it
 // stands there, in the form's order, at most one button, and nothing that the form hasn't got.

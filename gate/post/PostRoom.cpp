@@ -1,10 +1,9 @@
 #include "post/PostRoom.h"
 
 #include "post/FormBody.h"
+#include "post/PageAction.h"
 #include "post/Secret.h"
 #include "post/ThreadSearch.h"
-
-#include <algorithm>
 
 namespace gate {
 
@@ -14,51 +13,15 @@ using Outcome = PostAnswer::Outcome;
 using State = Ledger::State;
 using Fate = SentPost::Fate;
 
+constexpr size_t kLongestPage = 256 << 10; // that is shown to be accepted
 constexpr const char* kNeverSent = "書き込みは送られていません。\n";
 constexpr const char* kUnclear = "書き込まれたかどうか、わかりません。\n"
                                  "もう一度送ると、先にスレッドを確かめ、なければ書き込みます。\n";
 
-// Without "." and ".."; nothing when it leads above the root.
-std::optional<std::string> NormalPath(const std::string& path) {
-    const size_t query = std::min(path.find('?'), path.size());
-    std::string normal;
-    for (size_t at = 0; at < query;) {
-        const size_t end = std::min(path.find('/', at + 1), query);
-        const std::string part = path.substr(at, end - at);
-        const bool isLast = end == query;
-        if (part == "/..") {
-            if (normal.empty())
-                return std::nullopt;
-            normal.resize(normal.rfind('/'));
-        } else if (part != "/.") {
-            normal += part;
-        }
-        if (isLast && (part == "/.." || part == "/."))
-            normal += '/';
-        at = end;
-    }
-    return normal + path.substr(query);
-}
-
-// Where a page's form goes. Only a path that is relative to the page stays one when the browser is
-// shown the page by the gate.
-std::optional<Place> ActionOf(const PageForm& form, const Place& answered) {
-    const bool isRelative = !form.action.empty() && form.action[0] != '/' &&
-                            form.action.find("://") == std::string::npos;
-    if (!isRelative)
-        return std::nullopt;
-    std::optional<Place> place = ResolveLocation(answered, form.action);
-    const std::optional<std::string> path = place ? NormalPath(place->path) : std::nullopt;
-    if (!path || place->host != answered.host)
-        return std::nullopt;
-    place->path = *path;
-    return place;
-}
-
 // The page of an answer, when the gate can show it and send its form on.
 std::optional<ConfirmationPage> PageOf(const Draft& draft, const PostAnswer& answer,
                                        const Place& answered, const std::string& secret) {
-    if (!answer.form || secret.empty())
+    if (!answer.form || secret.empty() || answer.page.size() > kLongestPage)
         return std::nullopt;
     const std::optional<Place> action = ActionOf(*answer.form, answered);
     if (!action)
@@ -224,13 +187,12 @@ std::string PostRoom::_PageAddress(const ConfirmationPage& page) const {
 }
 
 PostRoom::Shown PostRoom::Accept(const std::string& secret, const std::string& body) {
+    const std::optional<ConfirmationPage> shown = fLedger.FindPage(secret);
+    if (shown && !IsOfForm(ParseFormBody(body), shown->form, shown->charset))
+        return {403, "", Charset::kUtf8, "確認画面の内容と違うので、送られていません。"};
     const std::optional<ConfirmationPage> page = fLedger.TakePage(secret);
     if (!page)
         return {404, "", Charset::kUtf8, "この画面はもう使われたか、期限が過ぎました。"};
-    if (!IsOfForm(ParseFormBody(body), page->form, page->charset)) {
-        fLedger.Await(*page);
-        return {403, "", Charset::kUtf8, "確認画面の内容と違うので、送られていません。"};
-    }
     const SentPost sent = fSender.Send(SecondPost(*page, body), fShop.AnswerDeadline());
     _NoteAccepted(*page, sent);
     if (sent.fate == Fate::kNeverSent)

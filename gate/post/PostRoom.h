@@ -19,7 +19,8 @@ class PostRoom : public Answerer {
 public:
     // `pagePort`: where Confirmations shows the pages that the room keeps.
     PostRoom(const Shop& shop, CookieShelf* cookies, Opener opener, int pagePort)
-        : fShop(shop), fSender(shop, cookies), fOpener(std::move(opener)), fPagePort(pagePort) {}
+        : fShop(shop), fSender(shop, cookies), fOpener(std::move(opener)), fPagePort(pagePort),
+          fLedger(shop.settings, &shop.store) {}
 
     // A post of the program's. Always one of the two pages that it knows.
     void Answer(const Request& request, Responder* responder) override;

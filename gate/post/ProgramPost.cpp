@@ -59,26 +59,18 @@ FormShape BbsCgiShape() {
 }
 
 FormShape Utf8Shape() {
-    return {{{"FROM", "$name"},
-             {"mail", "$mail"},
-             {"MESSAGE", "$message"},
-             {"bbs", "$bbs"},
-             {"key", "$key"},
-             {"time", "$time"},
-             {"submit", "書"}},
-            Charset::kUtf8};
+    FormShape shape = BbsCgiShape();
+    shape.fields.pop_back();
+    shape.fields.back().second = "書";
+    shape.charset = Charset::kUtf8;
+    return shape;
 }
 
 FormShape RawmodeShape() {
-    return {{{"DIR", "$dir"},
-             {"BBS", "$bbs"},
-             {"KEY", "$key"},
-             {"TIME", "$time"},
-             {"NAME", "$name"},
-             {"MAIL", "$mail"},
-             {"MESSAGE", "$message"},
-             {"submit", "書き込む"}},
-            Charset::kEucJp};
+    FormShape shape = OfflawShape();
+    shape.fields.insert(shape.fields.begin(), {"DIR", "$dir"});
+    shape.charset = Charset::kEucJp;
+    return shape;
 }
 
 FormShape OfflawShape() {

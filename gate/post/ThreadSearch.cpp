@@ -55,12 +55,10 @@ std::string EssenceOf(const std::string& html) {
 std::string AsHtml(const std::string& text) {
     std::string html;
     for (size_t i = 0; i < text.size(); i++) {
-        switch (text[i]) {
-        case '<': html += "&lt;"; break;
-        case '>': html += "&gt;"; break;
-        case '&': html += text.compare(i, 2, "&#") == 0 ? "&" : "&amp;"; break;
-        default: html += text[i];
-        }
+        if (text.compare(i, 2, "&#") == 0)
+            html += '&';
+        else
+            AppendEscaped(text[i], &html);
     }
     return html;
 }

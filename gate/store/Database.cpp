@@ -57,6 +57,10 @@ bool Database::Execute(const char* statements) {
     return false;
 }
 
+int64_t Database::LastRow() const {
+    return sqlite3_last_insert_rowid(fHandle);
+}
+
 void Database::_Complain() {
     if (!fHasComplained)
         fprintf(stderr, "the store can't be written: %s\n", sqlite3_errmsg(fHandle));

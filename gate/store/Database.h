@@ -23,6 +23,7 @@ public:
 
     bool Execute(const char* statements);
     bool IsOnDisk() const { return fIsOnDisk; }
+    int64_t LastRow() const; // that was inserted
 
     // A prepared statement, bound in order: Query(db, "…?…?").Bind(host).Bind(7).
     class Query {

@@ -18,6 +18,11 @@ CREATE TABLE IF NOT EXISTS kept(thread TEXT PRIMARY KEY, source TEXT, bytes BLOB
 CREATE TABLE IF NOT EXISTS menus(address TEXT PRIMARY KEY, bytes BLOB);
 CREATE TABLE IF NOT EXISTS cookies(id INTEGER PRIMARY KEY, family TEXT, name TEXT, value BLOB,
     domain TEXT, path TEXT, host_alone INTEGER, secure INTEGER, expires INTEGER, created INTEGER);
+CREATE TABLE IF NOT EXISTS posts(number INTEGER PRIMARY KEY AUTOINCREMENT, asked TEXT, host TEXT,
+    server TEXT, board TEXT, key TEXT, name BLOB, mail BLOB, message BLOB, state INTEGER,
+    changed INTEGER, first_sent INTEGER, secret TEXT, page BLOB, charset INTEGER, action_host TEXT,
+    action_path TEXT, answered_host TEXT, answered_path TEXT);
+CREATE TABLE IF NOT EXISTS numbers(name TEXT PRIMARY KEY, value INTEGER);
 )";
 
 constexpr Seconds kNoEnd = -1;

@@ -8,6 +8,7 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace gate {
@@ -26,6 +27,19 @@ struct KeptThread {
     std::string bytes;
     int64_t lines = 0;
     time_t date = 0;
+};
+
+// A post that is under way or was lately, as far as it outlives a run: what the ledger of posts
+// knows of it. Bytes as they came.
+struct KeptPost {
+    std::string asked, host, server, board, key; // the thread
+    std::string name, mail, message;
+    int64_t state = 0;
+    int64_t changed = 0, firstSent = 0; // seconds since 1970
+    // The page that waits to be accepted, where there is one.
+    std::string secret, page;
+    int64_t charset = 0;
+    std::string actionHost, actionPath, answeredHost, answeredPath;
 };
 
 struct KeptSummary {
@@ -65,6 +79,16 @@ public:
     std::vector<Cookie> ListCookies(const std::string& family);
     bool SetCookies(const std::string& family, const std::vector<Cookie>& all);
     bool ForgetCookies(const std::string& family);
+
+    // Posts by their numbers, the oldest first. Keeping one under number 0 gives it a number; 0
+    // comes back when a new one could not be kept.
+    std::vector<std::pair<int64_t, KeptPost>> ListPosts();
+    int64_t KeepPost(int64_t number, const KeptPost& post);
+    void DropPost(int64_t number);
+
+    // The port of the last run for servers' pages; 0: none.
+    int PagePort();
+    void SetPagePort(int port);
 
 private:
     std::mutex fMutex;

@@ -19,9 +19,13 @@
 inline std::string HeaderOf(const std::string& message, const std::string& name);
 
 // A board server on a loopback port: each request, as it came, is answered with the bytes that the
-// script gives for it, and the connection closed.
+// script gives for it, and the connection closed. A script may run until the server's end: what it
+// refers to must live as long.
 class OriginServer {
 public:
+    // Given for an answer: nothing is sent, and the connection stays until the client closes it.
+    static constexpr const char* kSilence = "(silence)";
+
     using Script = std::function<std::string(const std::string& request)>;
 
     explicit OriginServer(Script script) : fScript(std::move(script)) {
@@ -68,12 +72,7 @@ private:
     }
     void _Handle(int handle) {
         std::string request;
-        char bytes[4096];
-        while (request.find("\r\n\r\n") == std::string::npos) {
-            const ssize_t count = recv(handle, bytes, sizeof(bytes), 0);
-            if (count <= 0)
-                break;
-            request.append(bytes, static_cast<size_t>(count));
+        while (request.find("\r\n\r\n") == std::string::npos && _Receive(handle, &request)) {
         }
         const size_t end = request.find("\r\n\r\n");
         const size_t whole =
@@ -82,11 +81,7 @@ private:
                 : end + 4 +
                       strtoul(HeaderOf(request.substr(0, end + 2), "Content-Length").c_str(),
                               nullptr, 10);
-        while (request.size() < whole) {
-            const ssize_t count = recv(handle, bytes, sizeof(bytes), 0);
-            if (count <= 0)
-                break;
-            request.append(bytes, static_cast<size_t>(count));
+        while (request.size() < whole && _Receive(handle, &request)) {
         }
         Script script;
         {
@@ -95,6 +90,10 @@ private:
             script = fScript;
         }
         std::string reply = request.empty() ? "" : script(request);
+        if (reply == kSilence) {
+            _WaitForClient(handle);
+            reply.clear();
+        }
         for (size_t at = 0; at < reply.size() && !fIsEnding;) {
             const ssize_t count = send(handle, reply.data() + at, reply.size() - at, MSG_NOSIGNAL);
             if (count <= 0)
@@ -103,6 +102,21 @@ private:
         }
         shutdown(handle, SHUT_WR);
         close(handle);
+    }
+
+    // Web browsers open connections that they never use: nobody may wait for these at the end.
+    void _WaitForClient(int handle) const {
+        pollfd wait = {handle, POLLIN, 0};
+        while (!fIsEnding && poll(&wait, 1, 10) == 0) {
+        }
+    }
+    bool _Receive(int handle, std::string* request) const {
+        _WaitForClient(handle);
+        char bytes[4096];
+        const ssize_t count = fIsEnding ? 0 : recv(handle, bytes, sizeof(bytes), 0);
+        if (count > 0)
+            request->append(bytes, static_cast<size_t>(count));
+        return count > 0;
     }
 
     const int fListener = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);

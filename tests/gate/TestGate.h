@@ -49,6 +49,18 @@ inline GateAnswer Exchange(int port, const std::string& bytes) {
     return answer;
 }
 
+// Sends a post to a gate as the program does.
+inline GateAnswer PostTo(int port, const std::string& body,
+                         const std::string& path = "/test/bbs.cgi",
+                         const std::string& host = "board.example") {
+    return Exchange(port, "POST http://" + host + path + " HTTP/1.0\r\nHost: " + host +
+                              "\r\nReferer: http://board.example/news/index.html\r\n"
+                              "Cookie: NAME=&MAIL=\r\nUser-Agent: program\r\n"
+                              "Content-type: application/x-www-form-urlencoded\r\n"
+                              "Content-length: " +
+                              std::to_string(body.size()) + "\r\n\r\n" + body);
+}
+
 // A whole gate before a server of boards: the family "test" is *.example, by plain HTTP.
 class TestGate {
 public:
@@ -82,7 +94,7 @@ public:
         fOrigin = std::make_unique<gate::Origin>(fSettings);
         const gate::Shop shop{fSettings, *fOrigin, *fStore};
         fPageListeners = std::make_unique<gate::Listeners>();
-        if (!fPageListeners->Open(0, &error))
+        if (!gate::OpenPagePort(fPageListeners.get(), fStore.get(), &error))
             ADD_FAILURE() << error;
         fCookies = std::make_unique<gate::CookieShelf>(fSettings, fStore.get());
         fPosts = std::make_unique<gate::PostRoom>(
@@ -149,12 +161,7 @@ public:
     // A post as the program sends it.
     GateAnswer Post(const std::string& body, const std::string& path = "/test/bbs.cgi",
                     const std::string& host = "board.example") {
-        return Exchange(Port(), "POST http://" + host + path + " HTTP/1.0\r\nHost: " + host +
-                                    "\r\nReferer: http://board.example/news/index.html\r\n"
-                                    "Cookie: NAME=&MAIL=\r\nUser-Agent: program\r\n"
-                                    "Content-type: application/x-www-form-urlencoded\r\n"
-                                    "Content-length: " +
-                                    std::to_string(body.size()) + "\r\n\r\n" + body);
+        return PostTo(Port(), body, path, host);
     }
 
 private:

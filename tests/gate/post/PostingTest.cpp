@@ -1,111 +1,14 @@
-#include "gate/TestGate.h"
-
-#include "convert/Encodings.h"
-#include "post/FormBody.h"
+#include "gate/post/AskingServer.h"
 
 #include <condition_variable>
 
 namespace {
-
-using gate::Charset;
-
-std::string Sjis(std::string_view utf8) {
-    return gate::ToCp932(utf8, Charset::kUtf8);
-}
-
-std::string Utf8(std::string_view cp932) {
-    return gate::ToUtf8(cp932, Charset::kCp932);
-}
-
-std::string BodyOf(const std::string& request) {
-    return request.substr(request.find("\r\n\r\n") + 4);
-}
-
-// As the program sends it, with another time each time.
-std::string Program(const std::string& message, int time = 1) {
-    return gate::MakeFormBody({{"submit", Sjis("書き込む")},
-                               {"FROM", ""},
-                               {"mail", "sage"},
-                               {"MESSAGE", Sjis(message)},
-                               {"bbs", "news"},
-                               {"key", "1012345678"},
-                               {"time", std::to_string(time)}});
-}
-
-const std::string kForm =
-    "<form method=POST action=\"../test/bbs.cgi?guid=ON\"><input type=hidden name=FROM value>"
-    "<input type=hidden name=mail value='sage'><input type=hidden name=MESSAGE value=\"やあ "
-    "&amp;\">"
-    "<input type=hidden name=bbs value=news><input type=hidden name=time value=99>"
-    "<input type=hidden name=key value=1012345678>"
-    "<input type=hidden name=feature value=\"confirmed:0123\">"
-    "<input type=submit value=\"上記全てを承諾して書き込む\" name=submit></form>";
-const std::string kConfirmation =
-    Sjis("<html><head><title>■ 書き込み確認 ■</title></head><body><!-- _X:cookie -->" + kForm +
-         "</body></html>");
-const std::string kPosted =
-    Sjis("<html><head><title>書きこみました。</title></head><body>ok</body></html>");
-const std::string kTicket = "Set-Cookie: MonaTicket=abc; domain=.example; path=/\r\n";
 
 std::string Refused(const std::string& code) {
     return Reply(
         "200 OK",
         Sjis("<html><head><title>ERROR!!</title></head><body>ERROR: だめです</body></html>"),
         "X-Chx-Error: " + code + "\r\n");
-}
-
-// What a browser sends for the page above; its encoding differs from the gate's own.
-std::string Accepted(const std::string& feature = "confirmed%3A0123") {
-    return "FROM=&mail=sage&MESSAGE=%82%e2%82%a0+%26&bbs=news&time=99&key=1012345678&feature=" +
-           feature +
-           "&submit=" + gate::MakeFormBody({{"", Sjis("上記全てを承諾して書き込む")}}).substr(1);
-}
-
-// A server that wants its page accepted before it gives the ticket that posts.
-std::string AskFirst(const std::string& request) {
-    if (HeaderOf(request, "Cookie").find("MonaTicket=abc") != std::string::npos)
-        return Reply("200 OK", kPosted);
-    if (PathOf(request) == "/test/bbs.cgi?guid=ON")
-        return Reply("200 OK", kPosted, kTicket);
-    return Reply("200 OK", kConfirmation + "HTTP/1.1 200 OK\r\n\r\nmore",
-                 "X-Chx-Error: 0000 Confirmation\r\nSet-Cookie: acorn=xyz; domain=.example; "
-                 "path=/\r\n");
-}
-
-class Posting : public testing::Test {
-protected:
-    // What the browser sends to the page's form.
-    GateAnswer Accept(const std::string& body, const std::string& headers = "",
-                      std::string secret = "") {
-        const std::string port = std::to_string(fGate.PagePort());
-        if (secret.empty())
-            secret = PathOfPage().substr(0, 33);
-        return Exchange(fGate.PagePort(),
-                        "POST " + secret +
-                            "/test/bbs.cgi?guid=ON HTTP/1.1\r\nHost: localhost:" + port + "\r\n" +
-                            (headers.empty() ? "Origin: http://localhost:" + port +
-                                                   "\r\nSec-Fetch-Site: same-origin\r\n"
-                                             : headers) +
-                            "Content-Type: application/x-www-form-urlencoded\r\nContent-Length: " +
-                            std::to_string(body.size()) + "\r\n\r\n" + body);
-    }
-    GateAnswer Page() {
-        return Exchange(fGate.PagePort(), "GET " + PathOfPage() + " HTTP/1.1\r\nHost: localhost:" +
-                                              std::to_string(fGate.PagePort()) + "\r\n\r\n");
-    }
-    std::string PathOfPage() {
-        const std::string address = fGate.Opened().at(0);
-        return address.substr(address.find('/', 8));
-    }
-    std::string Text(const GateAnswer& answer) { return Utf8(answer.body); }
-    size_t Sent() { return fOrigin.Requests().size(); }
-
-    OriginServer fOrigin{AskFirst};
-    TestGate fGate{&fOrigin};
-};
-
-bool IsSuccess(const GateAnswer& answer) {
-    return answer.status == 200 && answer.body.find("http-equiv=refresh") != std::string::npos;
 }
 
 TEST_F(Posting, AFirstPostIsAcceptedInTheBrowserAndSentOnceMoreByTheProgram) {
@@ -133,7 +36,10 @@ TEST_F(Posting, AFirstPostIsAcceptedInTheBrowserAndSentOnceMoreByTheProgram) {
     EXPECT_NE(Text(fGate.Post(Program("やあ &", 2))).find(fGate.Opened().at(0)), std::string::npos);
     EXPECT_EQ(Sent(), 1u);
 
+    // The page in the browser and what became of it outlive the gate's end.
+    Restart();
     EXPECT_EQ(Accept(Accepted()).body, kPosted);
+    Restart();
     ASSERT_EQ(Sent(), 2u);
     const std::string second = fOrigin.Requests().at(1);
     EXPECT_EQ(PathOf(second), "/test/bbs.cgi?guid=ON");
@@ -145,9 +51,7 @@ TEST_F(Posting, AFirstPostIsAcceptedInTheBrowserAndSentOnceMoreByTheProgram) {
 
     EXPECT_TRUE(IsSuccess(fGate.Post(Program("やあ &", 3))));
     EXPECT_EQ(Sent(), 2u);
-    // The success is told once only; and a ticket outlives the gate's end.
-    fGate.End();
-    fGate.Start();
+    Restart();
     EXPECT_TRUE(IsSuccess(fGate.Post(Program("次です"))));
     EXPECT_EQ(HeaderOf(fOrigin.Requests().at(2), "Cookie"), "acorn=xyz; MonaTicket=abc");
     EXPECT_EQ(fGate.Opened().size(), 1u);
@@ -251,8 +155,12 @@ TEST_F(Posting, OfTwoEqualPostsAtOnceOneIsSent) {
 OriginServer::Script CutAndThread(const std::string& lines) {
     return [lines](const std::string& request) {
         return request.starts_with("POST") ? "HTTP/1.1 200 OK\r\nContent-Length: 500\r\n\r\n<html>"
-                                           : Reply("200 OK", Sjis(lines));
+                                           : Reply("200 OK", lines);
     };
+}
+
+std::string Euc(const std::string& utf8) {
+    return gate::FromCp932(Sjis(utf8), gate::Charset::kEucJp);
 }
 
 TEST_F(Posting, AfterAnUnclearAnswerTheThreadIsLookedAtBeforeAnythingIsSent) {
@@ -260,29 +168,57 @@ TEST_F(Posting, AfterAnUnclearAnswerTheThreadIsLookedAtBeforeAnythingIsSent) {
         const char* what;
         std::string lines;
         bool isThere;
+        gate::FamilyKind kind = gate::FamilyKind::kDat;
     };
-    const Case kCases[] = {{"found, with what servers add",
-                            "a<>b<>2099/01/01(木) 00:00:00.00 ID:x<> 一&lt;二 <br> <a "
-                            "href=\"x\">&gt;&gt;1</a> 三 <>t\n",
-                            true},
-                           {"another's of long ago",
-                            "a<>b<>2020/01/01(水) 00:00:00 ID:x<> 一&lt;二<br>&gt;&gt;1三 <>t\n",
-                            false},
-                           {"another text", "a<>b<>2099/01/01(木) 00:00:00<> 一 <>t\n", false},
-                           {"no such thread", "<html></html>", false}};
-    int number = 0;
+    const Case kCases[] = {
+        {"found, with what servers add",
+         "a<>b<>2099/01/01(木) 00:00:00.00 ID:x<> 一&lt;二 <br> <a "
+         "href=\"x\">&gt;&gt;1</a> 三 <>t\n",
+         true},
+        {"another's of long ago",
+         "a<>b<>2020/01/01(水) 00:00:00 ID:x<> 一&lt;二<br>&gt;&gt;1三 <>t\n", false},
+        {"another text", "a<>b<>2099/01/01(木) 00:00:00<> 一 <>t\n", false},
+        {"no such thread", "<html></html>", false},
+        {"found by its number, in EUC-JP",
+         "7<>a<>b<>2099/01/01(木) 00:00:00<> 一&lt;二<br>&gt;&gt;1 三<><>x\n", true,
+         gate::FamilyKind::kRawmode},
+        {"the other posts by number", "7<>a<>b<>2099/01/01(木) 00:00:00<> 一<><>x\n", false,
+         gate::FamilyKind::kRawmode},
+        {"found by its number",
+         "7<>a<>b<>2099/01/01(木) 00:00:00 ID:x<>一&lt;二<br>&gt;&gt;1 三<><>h\n", true,
+         gate::FamilyKind::kOfflaw}};
+    gate::Family& family = fGate.Settings().families[0];
+    family.wholePath = "/whole/{board}/{key}/";
     for (const Case& row : kCases) {
-        const std::string post = Program("一<二\n>>1 三", ++number);
-        fOrigin.Become(CutAndThread(row.lines));
+        family.kind = row.kind;
+        ForgetPosts();
+        const std::string post = Program("一<二\n>>1 三");
+        const bool isRawmode = row.kind == gate::FamilyKind::kRawmode;
+        fOrigin.Become(CutAndThread(isRawmode ? Euc(row.lines) : Sjis(row.lines)));
         EXPECT_NE(Text(fGate.Post(post)).find("わかりません"), std::string::npos) << row.what;
         const size_t sent = Sent();
         EXPECT_EQ(IsSuccess(fGate.Post(post)), row.isThere) << row.what;
-        EXPECT_EQ(PathOf(fOrigin.Requests().at(sent)), "/news/dat/1012345678.dat") << row.what;
-        const bool isSentAnew = row.lines.starts_with("a<>") && !row.isThere;
+        EXPECT_EQ(PathOf(fOrigin.Requests().at(sent)), row.kind == gate::FamilyKind::kDat
+                                                           ? "/news/dat/1012345678.dat"
+                                                           : "/whole/news/1012345678/")
+            << row.what;
+        const bool isSentAnew = !row.lines.starts_with("<html>") && !row.isThere;
         EXPECT_EQ(Sent(), sent + (isSentAnew ? 2 : 1)) << row.what;
-        fGate.End();
-        fGate.Start();
     }
+}
+
+TEST_F(Posting, ASilentServerLeavesAPostUnclearBeforeTheProgramGivesUp) {
+    fGate.End();
+    fGate.Settings().answerSeconds = 1;
+    fGate.Start();
+    fOrigin.Become([](const std::string&) { return OriginServer::kSilence; });
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_NE(Text(fGate.Post(Program("一"))).find("わかりません"), std::string::npos);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+    // The thread can't be looked at either: nothing is sent again.
+    EXPECT_NE(Text(fGate.Post(Program("一"))).find("送り直していません"), std::string::npos);
+    ASSERT_EQ(Sent(), 2u);
+    EXPECT_EQ(PathOf(fOrigin.Requests().back()), "/news/dat/1012345678.dat");
 }
 
 TEST_F(Posting, WhatNeverReachedTheServerIsSaidAndForgotten) {
@@ -317,9 +253,8 @@ TEST_F(Posting, OtherFamiliesGetTheirOwnForm) {
                             "/bbs/read.cgi/news/1012345678/", "\x82\xA0"}};
     fOrigin.Become([](const std::string&) { return Reply("200 OK", kPosted); });
     for (const Case& row : kCases) {
-        fGate.End();
         fGate.Settings().families[0].post = row.kind;
-        fGate.Start();
+        ForgetPosts();
         EXPECT_TRUE(IsSuccess(fGate.Post(row.body, row.asked))) << row.path;
         const std::string sent = fOrigin.Requests().back();
         EXPECT_EQ(PathOf(sent), row.path);
