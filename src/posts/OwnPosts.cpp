@@ -53,6 +53,6 @@ std::vector<int32_t> NumbersFromText(std::string_view text) {
             numbers.push_back(number);
     }
     std::ranges::sort(numbers);
-    numbers.erase(std::ranges::unique(numbers).begin(), numbers.end());
+    numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
     return numbers;
 }

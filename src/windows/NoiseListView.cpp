@@ -72,7 +72,7 @@ NoiseListView::NoiseListView(BRect frame) : ClickListView(frame, "rules", Hierar
     AddColumn({"範囲", 150, 40, sorts});
     AddColumn({"回数", 48, 40, sorts});
     AddColumn({"最後", 120, 40, sorts});
-    AddColumn({"状態", 180, 40, sorts});
+    AddColumn({"状態", 150, 40, sorts});
 }
 
 void NoiseListView::ShowRules(const NoiseRules& rules) {
