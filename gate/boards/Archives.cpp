@@ -20,8 +20,8 @@ std::string LinesOfDat(const std::string& bytes) {
 }
 
 // A page that leaves posts out is not taken for the thread.
-std::string LinesOfPage(const std::string& bytes) {
-    const std::optional<ReadPage> page = ParseReadPage(bytes);
+std::string LinesOfPage(const std::string& bytes, const PageMarks& marks) {
+    const std::optional<ReadPage> page = ParseReadPage(bytes, marks);
     if (!page || !page->isWhole || page->posts.empty())
         return {};
     const std::string lines = LinesOfPosts(page->posts, 1, page->posts.back().number);
@@ -74,7 +74,7 @@ std::optional<KeptThread> Archives::_Fetch(const ThreadAddress& thread, const Ar
     const std::string body = fetched.transfer->Body();
     KeptThread kept;
     kept.source = archive.address;
-    kept.bytes = archive.isPage ? LinesOfPage(body) : LinesOfDat(body);
+    kept.bytes = archive.isPage ? LinesOfPage(body, fShop.settings.pageMarks) : LinesOfDat(body);
     kept.lines = CountLines(kept.bytes);
     const std::string* date = fetched.head.Find("last-modified");
     kept.date = date != nullptr ? ParseHttpDate(*date) : -1;

@@ -12,11 +12,11 @@ namespace {
 constexpr const char* kTitle = "BBS MENU";
 
 // What a page says that is no menu, or one without a board, is nothing.
-std::vector<MenuCategory> Parse(const std::string& bytes) {
+std::vector<MenuCategory> Parse(const std::string& bytes, const MenuMarks& marks) {
     const size_t first = bytes.find_first_not_of(" \t\r\n\xEF\xBB\xBF");
     if (first != std::string::npos && bytes[first] == '{')
-        return ParseJsonMenu(bytes.substr(first)).value_or(std::vector<MenuCategory>());
-    return ParseHtmlMenu(bytes);
+        return ParseJsonMenu(bytes.substr(first), marks).value_or(std::vector<MenuCategory>());
+    return ParseHtmlMenu(bytes, marks);
 }
 
 } // namespace
@@ -45,8 +45,9 @@ void Menus::Answer(Responder* responder) const {
 }
 
 std::vector<MenuCategory> Menus::_FindMenu(const std::string& address, Deadline deadline) const {
+    const MenuMarks& marks = fShop.settings.menuMarks;
     if (const std::optional<std::string> bytes = _Fetch(address, deadline)) {
-        std::vector<MenuCategory> menu = Parse(*bytes);
+        std::vector<MenuCategory> menu = Parse(*bytes, marks);
         if (!menu.empty()) {
             fShop.store.SetMenu(address, *bytes);
             return menu;
@@ -54,7 +55,7 @@ std::vector<MenuCategory> Menus::_FindMenu(const std::string& address, Deadline 
         fprintf(stderr, "%s is no board menu\n", address.c_str());
     }
     const std::optional<std::string> last = fShop.store.FindMenu(address);
-    return last ? Parse(*last) : std::vector<MenuCategory>();
+    return last ? Parse(*last, marks) : std::vector<MenuCategory>();
 }
 
 std::optional<std::string> Menus::_Fetch(const std::string& address, Deadline deadline) const {

@@ -31,7 +31,7 @@ std::optional<ThreadAddress> ParseThreadPath(const Settings& settings, const std
 bool IsBoard(std::string_view board);
 bool IsKey(std::string_view key);
 
-// The address of an archive with the thread's names in it.
+// An address or a path with the thread's names in it, as the settings describe them.
 std::string FillIn(std::string pattern, const ThreadAddress& thread);
 
 // Whether bytes are the beginning of an HTML page, and thus no list or log.
