@@ -4,6 +4,7 @@
 
 #include <curl/curl.h>
 
+#include <array>
 #include <functional>
 #include <string>
 
@@ -31,6 +32,7 @@ private:
     void _TakeHeaderLine(std::string_view line);
     void _FinishHead();
     std::string _FailureText(CURLcode code) const;
+    void _TellWay(CURL* handle, CURLcode code) const;
 
     static size_t _OnHeader(char* bytes, size_t size, size_t count, void* self);
     static size_t _OnBody(char* bytes, size_t size, size_t count, void* self);
@@ -48,6 +50,7 @@ private:
     size_t fHeadSize = 0;
     bool fWasKeptAway = false;
     bool fWasTooLong = false;
+    std::array<char, CURL_ERROR_SIZE> fProblem = {};
 };
 
 } // namespace gate
