@@ -134,10 +134,8 @@ KeptThread CgiThreads::_Append(const ThreadAddress& thread, const News& news) {
             ->number;
     if (last <= kept.lines)
         return kept;
-    const std::string lines = LinesOfPosts(news.posts, static_cast<long>(kept.lines) + 1, last);
-    SameLengthRewriter rewriter;
-    kept.bytes += rewriter.Feed(lines);
-    kept.bytes += rewriter.Finish();
+    kept.bytes +=
+        SameLengthRewritten(LinesOfPosts(news.posts, static_cast<long>(kept.lines) + 1, last));
     kept.source = kCgiSource;
     kept.lines = CountLines(kept.bytes);
     kept.date = news.date > 0 ? news.date : time(nullptr);

@@ -43,12 +43,18 @@ void DatAnswer::Run() {
         _Judge();
 }
 
-// A length is the server's own as long as nothing else was ever given of the thread.
+// A dat in UTF-8 has other bytes than the program gets, so the whole of it is asked for. Of another
+// a length is the server's own as long as nothing else was ever given of the thread.
 void DatAnswer::_PlanRange() {
     fRequest.family = fThread.family;
     fRequest.host = fThread.server;
     fRequest.path = fThread.DatPath();
     const std::string name = fThread.GivenName();
+    if (fThread.family->charset == Charset::kUtf8) {
+        fIsByLines = true;
+        fRequest.takesCompressed = true;
+        return;
+    }
     if (fWanted.start < 0) {
         fLines = 0;
         return;
@@ -159,12 +165,10 @@ void DatAnswer::_AnswerCut() {
 void DatAnswer::_AnswerByLines() {
     if (fTransfer->WaitForEnd(fDeadline) != Transfer::State::kWhole)
         return _AnswerFailure(fTransfer->Failure(fRequest.host + " の応答が続きません"));
-    SameLengthRewriter rewriter;
-    KeptThread log{kDatSource, rewriter.Feed(fTransfer->Body()), 0, _Date()};
-    log.bytes += rewriter.Finish();
-    log.lines = CountLines(log.bytes);
-    if (LooksLikePage(log.bytes))
+    const std::string body = fTransfer->Body();
+    if (LooksLikePage(body))
         return _AnswerFailure(fRequest.host + " がスレッドではなくページを返しました");
+    const KeptThread log = LogOfDat(*fThread.family, body, _Date());
     AnswerFromLog(&fShop.store, fThread, log, fWanted, fResponder);
 }
 

@@ -104,14 +104,12 @@ bool Lists::_FetchFrom(const ThreadAddress& board, const std::string& host, Dead
 // The label of the charset lies often enough: the bytes tell.
 std::string Lists::_Convert(const ThreadAddress& board, const std::string& bytes) {
     if (board.family->kind == FamilyKind::kRawmode)
-        return MakeSubjectList(bytes, Charset::kEucJp);
+        return SameLengthRewritten(MakeSubjectList(bytes, Charset::kEucJp));
     if (board.family->kind == FamilyKind::kOfflaw)
-        return MakeSubjectList(bytes, Charset::kCp932);
+        return SameLengthRewritten(MakeSubjectList(bytes, Charset::kCp932));
     if (GuessCharset(bytes) == Charset::kUtf8)
-        return MakeSubjectList(bytes, Charset::kUtf8);
-    SameLengthRewriter rewriter;
-    std::string list = rewriter.Feed(bytes);
-    return list + rewriter.Finish();
+        return SameLengthRewritten(MakeSubjectList(bytes, Charset::kUtf8));
+    return SameLengthRewritten(bytes);
 }
 
 } // namespace gate

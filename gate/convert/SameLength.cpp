@@ -139,4 +139,10 @@ std::string SameLengthRewriter::_Take(size_t length) {
     return taken.erase(0, before);
 }
 
+std::string SameLengthRewritten(std::string_view text) {
+    SameLengthRewriter rewriter;
+    std::string rewritten = rewriter.Feed(text);
+    return rewritten + rewriter.Finish();
+}
+
 } // namespace gate

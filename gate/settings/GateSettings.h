@@ -29,7 +29,8 @@ struct ArchivePlace {
 struct Family {
     std::string name;
     FamilyKind kind = FamilyKind::kDat;
-    std::vector<std::string> hosts; // "5ch.example", or "*.5ch.example" for all below it
+    Charset charset = Charset::kCp932; // UTF-8: dats may be in it; else they never are
+    std::vector<std::string> hosts;    // "5ch.example", or "*.5ch.example" for all below it
     bool usesTls = true;
     std::string reach; // "address:port" that is connected to whatever the host; empty: look it up
     struct Renaming {

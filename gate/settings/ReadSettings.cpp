@@ -80,6 +80,8 @@ private:
         _ReadKind(&section, family);
         if (const toml::node* post = section.Take("post"))
             family->post = PostKindOf(*post);
+        if (const toml::node* charset = section.Take("charset"))
+            family->charset = CharsetOf(*charset);
         section.Texts("wanted_cookies", &family->wantedCookies);
         section.Texts("dropped_cookies", &family->droppedCookies);
         section.Texts("dropped_errors", &family->droppedErrors);

@@ -284,6 +284,29 @@ TEST_F(Drop, IsReadFromTheServersPagesWhenTheyShowTheWholeThread) {
     EXPECT_TRUE(answer.body.starts_with("name<>")) << answer.body;
 }
 
+// The program's length stands for lines: what the server counts is another.
+TEST(Dat, InUtf8IsGivenInTheProgramsCharsetAndGoesOnBehindItsLines) {
+    const std::string one = "名<>sage<>2026<> \u00e9 😀 https://a/ <>題\n";
+    const std::string two = "名<>sage<>2026<> 二 <>\n";
+    const std::string oneCoded = "\x96\xBC<>sage<>2026<> &#233; (U+1F600)  http://a/ <>\x91\xE8\n";
+    const std::string twoCoded = "\x96\xBC<>sage<>2026<> \x93\xF1 <>\n";
+    OriginServer origin(Honest(one));
+    const auto change = [](gate::Settings* settings) {
+        settings->families[0].charset = gate::Charset::kUtf8;
+    };
+    TestGate gate(&origin, change);
+    EXPECT_EQ(gate.Get(kPath).body, oneCoded);
+    EXPECT_EQ(gate.GetRest(kPath, oneCoded.size(), kDate).status, 304);
+    origin.Become(Honest(one + two + two.substr(0, 2))); // which the server is just writing
+    EXPECT_EQ(gate.GetRest(kPath, oneCoded.size(), kDate).body, twoCoded);
+    EXPECT_EQ(gate.GetRest(kPath, oneCoded.size() + twoCoded.size(), kDate).status, 304);
+    EXPECT_EQ(HeaderOf(origin.Requests().back(), "Range"), "");
+    EXPECT_EQ(gate.GetRest(kPath, 7).status, 416);
+    // A board of the family in the usual charset stays as it is.
+    origin.Become(Honest(twoCoded));
+    EXPECT_EQ(gate.Get("/other/dat/1012345678.dat").body, twoCoded);
+}
+
 TEST(Dat, AMovedDatIsFollowedToTheSamePathOnly) {
     OriginServer origin([](const std::string& request) {
         if (HeaderOf(request, "Host") == "board.example")

@@ -103,10 +103,12 @@ TEST(Settings, EveryMarkOfServersCanBeChanged) {
                         "go=%E6%9B%B8&k=12345" &&
                     shape.path == "/new.cgi" && now.families[0].form == shape;
          }},
-        {"[[family]]\nname = \"a\"\ndropped_cookies = [\"x\"]\ndropped_errors = [\"y\"]",
+        {"[[family]]\nname = \"a\"\ndropped_cookies = [\"x\"]\ndropped_errors = [\"y\"]\n"
+         "charset = \"utf-8\"",
          [](const Settings& now) {
              return now.families[0].droppedCookies == std::vector<std::string>{"x"} &&
-                    now.families[0].droppedErrors == std::vector<std::string>{"y"};
+                    now.families[0].droppedErrors == std::vector<std::string>{"y"} &&
+                    now.families[0].charset == gate::Charset::kUtf8;
          }}};
     for (const OverrideCase& now : kCases) {
         SCOPED_TRACE(now.file);
