@@ -171,7 +171,7 @@ TEST_F(Installed, AFirstStartTurnsTheProxyOnAndNamesAPortal) {
     EXPECT_TRUE(Proxy().use);
     EXPECT_EQ(Proxy().host, "localhost");
     EXPECT_EQ(Proxy().port, std::to_string(port.number));
-    EXPECT_EQ(Portal(), "# remark\nportal_host = menu.5ch.io\nsearch_page = x\n");
+    EXPECT_NE(Portal().find("\nportal_host = menu.5ch.io\nsearch_page = x\n"), std::string::npos);
 }
 
 TEST_F(Installed, SettingsOfTheUsersOwnStay) {
@@ -184,7 +184,39 @@ TEST_F(Installed, SettingsOfTheUsersOwnStay) {
     Set(false, "localhost", port.number);
     Launch("off", port.number);
     EXPECT_FALSE(Proxy().use);
+    EXPECT_FALSE(Port::Answers(port.number));
     EXPECT_NE(Portal().find(kShipped), std::string::npos);
+}
+
+// Without the gate the real portal's answer would become the board menu.
+TEST_F(Installed, ARealPortalIsNamedOnlyWhileTheGateIsTheProxy) {
+    const Port port(false);
+    const std::string shipped = Portal();
+    Launch("first", port.number);
+    const std::string named = Portal();
+    End("first");
+    Set(false, "localhost", port.number);
+    Launch("off", port.number);
+    EXPECT_EQ(Portal(), shipped);
+    End("off");
+    Set(true, "localhost", port.number);
+    Launch("on", port.number);
+    EXPECT_EQ(Portal(), named);
+    End("on");
+    // One of the user's own.
+    fFolder.Write("bbs/services.txt", "portal_host = menu.5ch.io\n");
+    Set(true, "proxy.example", port.number);
+    Launch("own", port.number);
+    EXPECT_EQ(Portal(), "portal_host = menu.5ch.io\n");
+}
+
+// Nobody can tell it to end its gate.
+TEST_F(Installed, AKilledLauncherLeavesNoGateBehind) {
+    const Port port(false);
+    Launch("first", port.number);
+    kill(fRunning[0].second, SIGKILL);
+    EXPECT_TRUE(WaitUntil([&] { return !Port::Answers(port.number); }));
+    EXPECT_EQ(End("first"), 128 + SIGKILL);
 }
 
 TEST_F(Installed, ATakenPortIsLeftForTheNextFreeOne) {
