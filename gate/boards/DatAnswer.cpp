@@ -10,7 +10,7 @@ namespace gate {
 namespace {
 
 constexpr size_t kMostRedirects = 5;
-constexpr size_t kStartOfPage = 16; // enough to know a page by
+constexpr size_t kLongestLine = 64 << 10; // of those that are looked at before anything is given
 
 // "bytes FIRST-LAST/TOTAL" and "bytes */TOTAL"; −1 for what it does not tell.
 struct RangeNumbers {
@@ -129,10 +129,24 @@ bool DatAnswer::_WaitForBytes(size_t size) {
     return true;
 }
 
+// Whether there is a line, or all of a body that has none.
+bool DatAnswer::_WaitForLine() {
+    for (size_t size = 0; size < kLongestLine;) {
+        const size_t before = size;
+        size = fTransfer->WaitForMore(before, fDeadline);
+        if (fTransfer->Body(before).find('\n') != std::string::npos)
+            return true;
+        if (size == before)
+            return fTransfer->Now() == Transfer::State::kWhole;
+    }
+    return true;
+}
+
 void DatAnswer::_AnswerWhole() {
-    _WaitForBytes(fHead.length < 0 ? kStartOfPage : std::min<size_t>(kStartOfPage, fHead.length));
-    if (LooksLikePage(fTransfer->Body()))
-        return _AnswerFailure(fRequest.host + " がスレッドではなくページを返しました");
+    if (!_WaitForLine())
+        return _AnswerFailure(fTransfer->Failure(fRequest.host + " の応答が続きません"));
+    if (!LooksLikeDat(fTransfer->Body()))
+        return _AnswerNoDat();
     _Pass(0, fHead.length);
 }
 
@@ -155,8 +169,8 @@ void DatAnswer::_AnswerCut() {
     if (!_WaitForBytes(start) && fTransfer->Now() != Transfer::State::kWhole)
         return _AnswerFailure(fTransfer->Failure(fRequest.host + " の応答が続きません"));
     const std::string body = fTransfer->Body();
-    if (LooksLikePage(body))
-        return _AnswerFailure(fRequest.host + " がスレッドではなくページを返しました");
+    if (!LooksLikeDat(body))
+        return _AnswerNoDat();
     if (body.size() < start || body[start - 1] != '\n')
         return AnswerChanged(fResponder);
     _Pass(start, fHead.length);
@@ -166,8 +180,8 @@ void DatAnswer::_AnswerByLines() {
     if (fTransfer->WaitForEnd(fDeadline) != Transfer::State::kWhole)
         return _AnswerFailure(fTransfer->Failure(fRequest.host + " の応答が続きません"));
     const std::string body = fTransfer->Body();
-    if (LooksLikePage(body))
-        return _AnswerFailure(fRequest.host + " がスレッドではなくページを返しました");
+    if (!LooksLikeDat(body))
+        return _AnswerNoDat();
     const KeptThread log = LogOfDat(*fThread.family, body, _Date());
     AnswerFromLog(&fShop.store, fThread, log, fWanted, fResponder);
 }
@@ -199,6 +213,10 @@ void DatAnswer::_AnswerFailure(const std::string& failure) {
         AnswerFromLog(&fShop.store, fThread, *kept, fWanted, fResponder);
     else
         fResponder->Refuse(502, failure);
+}
+
+void DatAnswer::_AnswerNoDat() {
+    _AnswerFailure(fRequest.host + " がスレッドではなくページを返しました");
 }
 
 time_t DatAnswer::_Date() const {

@@ -89,15 +89,16 @@ bool Lists::_FetchFrom(const ThreadAddress& board, const std::string& host, Dead
         return false;
     }
     const std::string bytes = fetched.transfer->Body();
-    if (LooksLikePage(bytes) || fetched.place.path != path) {
+    const std::string made = _Convert(board, bytes);
+    const bool isNone = !bytes.empty() && made.find("<>") == std::string::npos;
+    if (LooksLikePage(bytes) || isNone || fetched.place.path != path) {
         *failure = fetched.place.host + " がスレッド一覧ではなくページを返しました";
         return false;
     }
     if (fetched.place.host != board.host && fetched.family == board.family)
         fShop.store.SetMove(board.host, board.board, fetched.place.host);
     const std::string* date = fetched.head.Find("last-modified");
-    *list = {_Convert(board, bytes), date != nullptr ? ParseHttpDate(*date) : -1,
-             std::chrono::steady_clock::now()};
+    *list = {made, date != nullptr ? ParseHttpDate(*date) : -1, std::chrono::steady_clock::now()};
     return true;
 }
 

@@ -81,4 +81,8 @@ bool LooksLikePage(std::string_view bytes) {
            start.starts_with("<head") || start.starts_with("<?xml");
 }
 
+bool LooksLikeDat(std::string_view bytes) {
+    return !LooksLikePage(bytes) && bytes.substr(0, bytes.find('\n')).find("<>") != bytes.npos;
+}
+
 } // namespace gate

@@ -36,5 +36,8 @@ std::string FillIn(std::string pattern, const ThreadAddress& thread);
 
 // Whether bytes are the beginning of an HTML page, and thus no list or log.
 bool LooksLikePage(std::string_view bytes);
+// Whether bytes may be a dat, as its first line tells: what else a server or a network between says
+// has no such fields.
+bool LooksLikeDat(std::string_view bytes);
 
 } // namespace gate
