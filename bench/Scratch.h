@@ -16,6 +16,7 @@ public:
     std::string Bench() const { return fPath + "/bench"; }
     std::string Itamori() const { return fPath + "/itamori"; }
     std::string Boards() const { return fPath + "/boards"; }
+    std::string ForGate() const { return fPath + "/gate"; }
 
     void SaveSettings(const std::string& port) const;
     // Puts threads of one post into the cache: those of the board "many", from the first on.
