@@ -12,6 +12,7 @@ namespace gate {
 namespace {
 
 constexpr size_t kLongestHead = 64 << 10;
+constexpr long kBufferSize = 64 << 10;
 
 std::string_view Trimmed(std::string_view text) {
     const size_t first = text.find_first_not_of(" \t\r\n");
@@ -156,6 +157,7 @@ void Exchange::_SetUpAnswer(CURL* handle) {
     curl_easy_setopt(handle, CURLOPT_HEADERDATA, this);
     curl_easy_setopt(handle, CURLOPT_WRITEFUNCTION, &Exchange::_OnBody);
     curl_easy_setopt(handle, CURLOPT_WRITEDATA, this);
+    curl_easy_setopt(handle, CURLOPT_BUFFERSIZE, kBufferSize);
     curl_easy_setopt(handle, CURLOPT_XFERINFOFUNCTION, &Exchange::_OnProgress);
     curl_easy_setopt(handle, CURLOPT_XFERINFODATA, this);
     curl_easy_setopt(handle, CURLOPT_NOPROGRESS, 0L);
@@ -208,8 +210,11 @@ size_t Exchange::_OnBody(char* bytes, size_t size, size_t count, void* self) {
     return exchange->fWasTooLong ? 0 : size * count;
 }
 
+// Called whenever the library has taken what was there, and each second.
 int Exchange::_OnProgress(void* self, curl_off_t, curl_off_t, curl_off_t, curl_off_t) {
-    return static_cast<Exchange*>(self)->fMustStop() ? 1 : 0;
+    const Exchange* exchange = static_cast<Exchange*>(self);
+    exchange->fTransfer->Tell();
+    return exchange->fMustStop() ? 1 : 0;
 }
 
 // Here every look-up and every redirect has been made: what is refused is the address itself.

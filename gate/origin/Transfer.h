@@ -50,7 +50,10 @@ public:
 
     // The receiver.
     void SetHead(OriginHead head);
-    bool Append(std::string_view bytes, size_t most); // false when it would be too much
+    // False when it would be too much. Readers are told of what came by Tell, or at the end: a fast
+    // server's answer comes in many small pieces.
+    bool Append(std::string_view bytes, size_t most);
+    void Tell();
     void End(State state, const std::string& failure = "");
     void NoteNeverSent(); // before the end
 
@@ -63,6 +66,7 @@ private:
     // Guarded by fMutex
     OriginHead fHead;
     std::string fBody;
+    bool fIsNews = false; // that nobody was told of
     State fState = State::kReceiving;
     bool fMayHaveBeenSent = true;
     std::string fFailure;
