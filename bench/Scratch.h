@@ -30,7 +30,7 @@ private:
 };
 
 // The threads that the demo server has: 1,000 posts each, on http://board.example/news/.
-constexpr int kLongThreads = 8;
+constexpr int kLongThreads = 16;
 constexpr int kLongThreadPosts = 1000;
 std::string LongThreadKey(int index);
 std::string LongThreadTitle(int index);

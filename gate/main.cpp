@@ -103,6 +103,9 @@ int main(int count, char** words) {
     if (const std::optional<int> status = ReadOptions(count, words, &options))
         return *status;
     mallopt(M_ARENA_MAX, 2); // many short threads, each with little
+    // What one answer took serves the next; what is left over goes back when nothing is under way.
+    mallopt(M_MMAP_THRESHOLD, 4 << 20);
+    mallopt(M_TRIM_THRESHOLD, 4 << 20);
     gate::Settings settings;
     std::string error;
     if (!gate::ReadAllSettings(options.config, &settings, &error))

@@ -145,7 +145,7 @@ bool DatAnswer::_WaitForLine() {
 void DatAnswer::_AnswerWhole() {
     if (!_WaitForLine())
         return _AnswerFailure(fTransfer->Failure(fRequest.host + " の応答が続きません"));
-    if (!LooksLikeDat(fTransfer->Body()))
+    if (!LooksLikeDat(fTransfer->Body(0, kLongestLine)))
         return _AnswerNoDat();
     _Pass(0, fHead.length);
 }
@@ -158,7 +158,7 @@ void DatAnswer::_AnswerRange() {
         return _AnswerFailure(fRequest.host + " が求めていない範囲を返しました");
     if (!_WaitForBytes(1) && fTransfer->Now() != Transfer::State::kWhole)
         return _AnswerFailure(fTransfer->Failure(fRequest.host + " の応答がまだありません"));
-    if (!fTransfer->Body().starts_with('\n'))
+    if (!fTransfer->Body(0, 1).starts_with('\n'))
         return AnswerChanged(fResponder);
     _Pass(1, fHead.length);
 }
@@ -245,9 +245,8 @@ void DatAnswer::_PassHeld(size_t start) {
 void DatAnswer::_PassStreamed(size_t start, int64_t size, int64_t beyond) {
     if (size == 0 && fWanted.start >= 0)
         return AnswerNoNews(fWanted, fResponder);
-    const std::string body = fTransfer->Body();
     const size_t before = std::min(start, SameLengthRewriter::kLongestMark);
-    SameLengthRewriter rewriter(std::string_view(body).substr(start - before, before));
+    SameLengthRewriter rewriter(fTransfer->Body(start - before, before));
     if (!fResponder->Begin(HeadOfRest(fWanted, size, beyond, _Date())))
         return;
     const Deadline deadline = fShop.TransferDeadline();

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cstdint>
 #include <optional>
+#include <utility>
 
 namespace gate {
 
@@ -141,11 +142,13 @@ std::string SameLengthRewriter::Finish() {
 }
 
 std::string SameLengthRewriter::_Take(size_t length) {
-    std::string taken = fHeld.substr(0, length);
-    fHeld.erase(0, length);
+    std::string held = length == fHeld.size() ? std::string() : fHeld.substr(length);
+    fHeld.resize(length);
+    std::string taken = std::exchange(fHeld, std::move(held));
     const size_t before = std::min(fBefore, taken.size());
     fBefore -= before;
-    return taken.erase(0, before);
+    taken.erase(0, before);
+    return taken;
 }
 
 std::string SameLengthRewritten(std::string_view text) {

@@ -50,9 +50,9 @@ OriginHead Transfer::Head() const {
     return fHead;
 }
 
-std::string Transfer::Body(size_t offset) const {
+std::string Transfer::Body(size_t offset, size_t most) const {
     std::lock_guard guard(fMutex);
-    return offset < fBody.size() ? fBody.substr(offset) : std::string();
+    return offset < fBody.size() ? fBody.substr(offset, most) : std::string();
 }
 
 std::string Transfer::Failure(const std::string& otherwise) const {

@@ -42,7 +42,8 @@ public:
 
     State Now() const;
     OriginHead Head() const;
-    std::string Body(size_t offset = 0) const; // what has come behind the offset
+    // What has come behind the offset, as far as `most` goes.
+    std::string Body(size_t offset = 0, size_t most = std::string::npos) const;
     // Why it failed, for the user, in UTF-8; `otherwise` when it did not.
     std::string Failure(const std::string& otherwise = "") const;
     // Whether anything of the request may have reached the server. True until the end tells.
