@@ -109,9 +109,10 @@ bool Check::_FindFamily(const std::string& host) {
 
 std::string Check::_FindBoard() {
     for (const std::string& menu : fOrigin->Rules().menus) {
-        const std::string board = _FindBoardIn(menu);
+        std::string board = _FindBoardIn(menu);
         if (!board.empty()) {
-            fSay("board", board + ", found in the menu " + menu);
+            std::string text = board;
+            fSay("board", text.append(", found in the menu ") + menu);
             return board;
         }
     }

@@ -93,8 +93,8 @@ constexpr std::array<Role, 256> kRoles = [] {
     std::array<Role, 256> roles = {};
     for (size_t byte = 0; byte < roles.size(); byte++)
         roles[byte] = IsLead(static_cast<unsigned char>(byte)) ? Role::kLead : Role::kPlain;
-    for (const char mark : {'h', 't', '&'})
-        roles[static_cast<size_t>(mark)] = Role::kMark;
+    for (const unsigned char mark : {'h', 't', '&'})
+        roles[mark] = Role::kMark;
     return roles;
 }();
 

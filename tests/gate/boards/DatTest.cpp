@@ -184,7 +184,8 @@ TEST(Dat, AnAnswerCutAtAnyByteIsNeverTakenForWhole) {
     for (const CutCase& now : kCases) {
         for (size_t length = 0; length < now.end; length++) {
             SCOPED_TRACE(std::to_string(length) + " of " + now.answer);
-            origin.Become([&](const std::string&) { return now.answer.substr(0, length); });
+            origin.Become(
+                [sent = now.answer.substr(0, length)](const std::string&) { return sent; });
             const GateAnswer got =
                 now.answer == part ? gate.GetRest(kPath, first.size()) : gate.Get(kPath);
             if (got.status == 200 || got.status == 206) {
