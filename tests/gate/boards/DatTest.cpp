@@ -1,5 +1,7 @@
 #include "gate/TestGate.h"
 
+#include <array>
+
 namespace {
 
 constexpr const char* kPath = "/news/dat/1012345678.dat";
@@ -217,33 +219,58 @@ TEST(Dat, OddButWholeAnswersComeThrough) {
     }
 }
 
-// With one connection at a time, the next is served when the first one has ended.
-TEST(Dat, AClientThatGoesAwayHoldsNothingForLong) {
-    std::mutex hold;
-    hold.lock();
-    OriginServer origin([&](const std::string& request) {
-        if (PathOf(request) == kPath)
-            std::lock_guard guard(hold);
-        return Reply("200 OK", "1012345678.dat<>a (1)\n");
-    });
-    TestGate gate(&origin, [](gate::Settings* settings) {
-        settings->connections = 1;
-        settings->transferSeconds = 1;
-    });
+// A connection of the program's that has asked for the thread.
+int AskFor(const TestGate& gate) {
     const int handle = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
     sockaddr_in address = {};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     address.sin_port = htons(static_cast<in_port_t>(gate.Port()));
-    ASSERT_EQ(connect(handle, reinterpret_cast<sockaddr*>(&address), sizeof(address)), 0);
+    EXPECT_EQ(connect(handle, reinterpret_cast<sockaddr*>(&address), sizeof(address)), 0);
     const std::string request = std::string("GET http://board.example") + kPath +
                                 " HTTP/1.1\r\nHost: board.example\r\n\r\n";
     send(handle, request.data(), request.size(), MSG_NOSIGNAL);
+    return handle;
+}
+
+TEST(Dat, WhatHasComeIsGivenWithoutWaitingForTheRest) {
+    const std::string hold(OriginServer::kHold);
+    const std::string whole = Reply("200 OK", kThree);
+    const std::string answer =
+        whole.substr(0, whole.size() - Lines(2, 3).size()) + hold + Line(2) + hold + Line(3);
+    OriginServer origin([&](const std::string&) { return answer; });
+    TestGate gate(&origin, [](gate::Settings* settings) { settings->transferSeconds = 5; });
+    const int handle = AskFor(gate);
+    std::string got;
+    std::array<char, 4096> piece;
+    const auto receive = [&] {
+        const ssize_t count = recv(handle, piece.data(), piece.size(), 0);
+        got.append(piece.data(), static_cast<size_t>(std::max<ssize_t>(count, 0)));
+        return count > 0;
+    };
+    for (const int line : {1, 2, 3}) {
+        while (!got.ends_with(Line(line)) && receive()) {
+        }
+        EXPECT_TRUE(got.ends_with(Lines(1, line))) << got;
+        origin.GoOn();
+    }
     close(handle);
+}
+
+// With one connection at a time, the next is served when the first one has ended.
+TEST(Dat, AClientThatGoesAwayHoldsNothingForLong) {
+    OriginServer origin([](const std::string& request) {
+        return PathOf(request) == kPath ? std::string(OriginServer::kHold)
+                                        : Reply("200 OK", "1012345678.dat<>a (1)\n");
+    });
+    TestGate gate(&origin, [](gate::Settings* settings) {
+        settings->connections = 1;
+        settings->transferSeconds = 1;
+    });
+    close(AskFor(gate));
     const auto start = std::chrono::steady_clock::now();
     EXPECT_EQ(gate.Get("/news/subject.txt").status, 200);
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
-    hold.unlock();
 }
 
 struct WordsCase {
