@@ -70,6 +70,9 @@ int RunTodayServer(const Arguments& arguments) {
         return 1;
     }
     std::ofstream(arguments[1] + "/gate.toml") << server.GateSettings();
+    // As many authorities as a user's gate has to do with.
+    std::ofstream(arguments[1] + "/authority.pem", std::ios::app)
+        << std::ifstream("/etc/ssl/certs/ca-certificates.crt").rdbuf();
     PrintResult("port", server.Port());
     while (getchar() != EOF) {
     }

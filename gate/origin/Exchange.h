@@ -26,6 +26,7 @@ public:
 private:
     void _SetUp(CURL* handle);
     void _SetUpWay(CURL* handle);
+    void _SetUpCertificates(CURL* handle);
     void _SetUpAnswer(CURL* handle);
     long _MillisecondsLeft() const;
     void _AddHeader(const std::string& line);
