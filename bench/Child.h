@@ -20,6 +20,7 @@ public:
     // Waits until it has used no processor time for a second.
     void WaitUntilIdle() const;
     size_t SetSize() const;
+    pid_t Process() const { return fProcess; }
     // How often its threads have woken up so far.
     long CountWakeUps() const;
     // Ends it at once; the processor time that it used, in milliseconds.

@@ -7,6 +7,7 @@
 #include <fstream>
 #include <limits>
 #include <malloc.h>
+#include <set>
 #include <vector>
 
 namespace {
@@ -15,6 +16,20 @@ double Read(clockid_t clock) {
     timespec time = {};
     clock_gettime(clock, &time);
     return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
+}
+
+// Of figures that the system has of a process's memory, in bytes.
+size_t SumOf(pid_t process, const std::set<std::string>& names) {
+    const std::string who = process == 0 ? "self" : std::to_string(process);
+    std::ifstream file("/proc/" + who + "/smaps_rollup");
+    std::string word;
+    size_t sum = 0;
+    size_t kilobytes = 0;
+    while (file >> word) {
+        if (names.contains(word) && file >> kilobytes)
+            sum += kilobytes;
+    }
+    return sum * 1024;
 }
 
 // Keeps the best round and prints nothing.
@@ -39,8 +54,11 @@ double ThreadTime() {
     return Read(CLOCK_THREAD_CPUTIME_ID);
 }
 
-double ProcessTime() {
-    return Read(CLOCK_PROCESS_CPUTIME_ID);
+double ProcessTime(pid_t process) {
+    clockid_t clock = CLOCK_PROCESS_CPUTIME_ID;
+    if (process != 0 && clock_getcpuclockid(process, &clock) != 0)
+        return 0;
+    return Read(clock);
 }
 
 size_t UsedHeap() {
@@ -49,15 +67,11 @@ size_t UsedHeap() {
 }
 
 size_t SetSize(pid_t process) {
-    const std::string who = process == 0 ? "self" : std::to_string(process);
-    std::ifstream file("/proc/" + who + "/smaps_rollup");
-    std::string word;
-    size_t kilobytes = 0;
-    while (file >> word) {
-        if (word == "Pss:")
-            file >> kilobytes;
-    }
-    return kilobytes * 1024;
+    return SumOf(process, {"Pss:"});
+}
+
+size_t PrivateSize(pid_t process) {
+    return SumOf(process, {"Private_Clean:", "Private_Dirty:"});
 }
 
 double BestOf(int rounds, const char* name, const std::function<double()>& work) {

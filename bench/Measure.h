@@ -8,11 +8,13 @@
 // milliseconds, sizes in bytes.
 
 double ThreadTime();
-double ProcessTime();
+double ProcessTime(pid_t process = 0); // 0 is this one
 // What the process has allocated and not given back.
 size_t UsedHeap();
 // The proportional set size of a process: 0 is this one.
 size_t SetSize(pid_t process = 0);
+// What no other process shares.
+size_t PrivateSize(pid_t process);
 
 // Runs a work repeatedly and gives its best time. The work measures itself, so that it may prepare
 // something first.

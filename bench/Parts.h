@@ -16,7 +16,11 @@ int RunLayout(const Arguments& arguments);
 int RunDocument(const Arguments& arguments);
 // "serve FOLDER": the demo server, until its standard input ends.
 int RunServer(const Arguments& arguments);
-// "program": the whole program, which opens threads and boards from that server.
+// "serve-today BOARDS FOLDER": the same boards as they are run today, with the settings of a gate
+// that reaches them in FOLDER/gate.toml.
+int RunTodayServer(const Arguments& arguments);
+// "program": the whole program, which opens threads and boards from that server; "program PROCESS":
+// threads from the server of today, by the gate that this process is, whose time counts too.
 int RunProgram(const Arguments& arguments);
 
 void PrintResult(const char* name, double value);

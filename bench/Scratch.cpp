@@ -38,6 +38,7 @@ Scratch::Scratch() {
         abort();
     setenv("XDG_CONFIG_HOME", (fPath + "/settings").c_str(), 1);
     fs::create_directories(fPath + "/settings/2ch");
+    fs::create_directories(ForGate());
     const fs::path self = fs::read_symlink("/proc/self/exe");
     fs::copy_file(self, Bench());
     fs::copy_file(self.parent_path() / "itamori", Itamori());

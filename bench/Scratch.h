@@ -16,6 +16,7 @@ public:
     std::string Bench() const { return fPath + "/bench"; }
     std::string Itamori() const { return fPath + "/itamori"; }
     std::string Boards() const { return fPath + "/boards"; }
+    std::string ForGate() const { return fPath + "/gate"; }
 
     void SaveSettings(const std::string& port) const;
     // Puts threads of one post into the cache: those of the board "many", from the first on.
@@ -29,7 +30,7 @@ private:
 };
 
 // The threads that the demo server has: 1,000 posts each, on http://board.example/news/.
-constexpr int kLongThreads = 8;
+constexpr int kLongThreads = 16;
 constexpr int kLongThreadPosts = 1000;
 std::string LongThreadKey(int index);
 std::string LongThreadTitle(int index);

@@ -2,6 +2,8 @@
 // the same run. Ends with 1 when a bound is missed.
 
 #include "Child.h"
+#include "Gate.h"
+#include "Measure.h"
 #include "Parts.h"
 #include "Scratch.h"
 
@@ -15,6 +17,8 @@ namespace {
 
 constexpr double kMegabyte = 1024 * 1024;
 constexpr int kStartRounds = 5;
+constexpr double kGateStart = 50;         // milliseconds
+constexpr double kGateMemory = 12;        // megabytes
 constexpr useconds_t kIdleTime = 2000000; // microseconds
 
 using Results = std::map<std::string, double>;
@@ -33,6 +37,11 @@ public:
         printf("%-52s %7.2f %-2s %7.2f %-2s %9s %9s  %s\n", what, ours, unit, yardstick, unit,
                _Text(value, compare).c_str(), _Text(bound, compare).c_str(),
                isMet ? "met" : "MISSED");
+        fflush(stdout);
+    }
+    void Need(const char* what, long count, bool isMet) {
+        fAllMet = fAllMet && isMet;
+        printf("%-52s %10ld %41s\n", what, count, isMet ? "met" : "MISSED");
         fflush(stdout);
     }
     bool AllMet() const { return fAllMet; }
@@ -99,6 +108,29 @@ Start MeasureStart(const std::string& program) {
     return best;
 }
 
+// Bounds of its own, not against a yardstick.
+void CompareGate(Table& table, const std::string& self, const Scratch& scratch, double direct) {
+    const std::string folder = std::filesystem::path(self).parent_path().string();
+    Child server({self, "serve-today", scratch.Boards(), scratch.ForGate()});
+    server.NextResult();
+    Gate gate(folder + "/itamori-gate", scratch.ForGate() + "/gate.toml");
+    scratch.SaveSettings(gate.Port());
+    Child& process = gate.Process();
+    Results pair = RunPart(scratch.Bench(), {"program", std::to_string(process.Process())});
+    table.Add("1,000 posts by TLS and the gate (yardstick: without)", "ms", pair["pair"], direct,
+              Compare::kRatio, 1.5);
+    table.Add("start of the gate (yardstick: the bound)", "ms", gate.TimeToStart(), kGateStart,
+              Compare::kRatio, 1);
+    process.WaitUntilIdle();
+    table.Add("memory of the idle gate (yardstick: the bound)", "MB",
+              static_cast<double>(PrivateSize(process.Process())) / kMegabyte, kGateMemory,
+              Compare::kRatio, 1);
+    const long before = process.CountWakeUps();
+    usleep(kIdleTime);
+    const long wakeUps = process.CountWakeUps() - before;
+    table.Need("wake-ups of the gate in two idle seconds", wakeUps, wakeUps == 0);
+}
+
 void CompareProgram(Table& table, const std::string& self, Results& document) {
     const Scratch scratch;
     Child server({self, "serve", scratch.Boards()});
@@ -125,6 +157,7 @@ void CompareProgram(Table& table, const std::string& self, Results& document) {
     table.Add("memory after the start (yardstick: empty window)", "MB", start.size, empty.size,
               Compare::kDifference, 12);
     printf("wake-ups in two idle seconds: %ld\n", start.wakeUps);
+    CompareGate(table, self, scratch, program["network"]);
 }
 
 int RunAll() {
@@ -147,8 +180,8 @@ void PrintResult(const char* name, double value) {
 
 int main(int argc, char** argv) {
     const std::map<std::string, int (*)(const Arguments&)> parts = {
-        {"codec", RunCodec},  {"layout", RunLayout},   {"document", RunDocument},
-        {"serve", RunServer}, {"program", RunProgram},
+        {"codec", RunCodec},  {"layout", RunLayout},           {"document", RunDocument},
+        {"serve", RunServer}, {"serve-today", RunTodayServer}, {"program", RunProgram},
     };
     if (argc == 1)
         return RunAll();

@@ -11,3 +11,8 @@ install(FILES data/icons/itamori.svg DESTINATION share/icons/hicolor/scalable/ap
 install(CODE "
     configure_file(\"${CMAKE_SOURCE_DIR}/data/itamori.desktop.in\"
         \"\${CMAKE_INSTALL_PREFIX}/share/applications/itamori.desktop\" @ONLY)")
+# The gate as a service of the user's. Here systemd looks for it, below ~/.local as below /usr/local.
+install(FILES data/systemd/itamori-gate.socket DESTINATION share/systemd/user)
+install(CODE "
+    configure_file(\"${CMAKE_SOURCE_DIR}/data/systemd/itamori-gate.service.in\"
+        \"\${CMAKE_INSTALL_PREFIX}/share/systemd/user/itamori-gate.service\" @ONLY)")

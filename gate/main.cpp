@@ -1,4 +1,5 @@
 #include "boards/Boards.h"
+#include "check/Check.h"
 #include "front/Listeners.h"
 #include "front/Server.h"
 #include "post/Confirmations.h"
@@ -23,17 +24,19 @@ constexpr const char* kHelp =
     "  --port N        listen on port N of 127.0.0.1 and ::1 instead of the settings' one\n"
     "  --config FILE   read FILE as the user's own settings (else\n"
     "                  ~/.config/itamori-gate/gate.toml, where it is there)\n"
+    "  --check HOST    tell step by step how a host of the boards answers, and end; with 0\n"
+    "                  when it can be read. HOST/BOARD asks for a certain board\n"
     "  --version       print the version\n"
     "  --help          print this\n"
     "\n"
-    "http://localhost:8080/ shows what it does. A socket that is handed over (LISTEN_FDS) goes "
-    "before the port. One line a request is "
-    "written\n"
-    "to standard error. SIGTERM and SIGINT end it.\n";
+    "http://localhost:8080/ shows what it does. A socket that is handed over (LISTEN_FDS) goes\n"
+    "before the port. One line a request is written to standard error. SIGTERM and SIGINT end\n"
+    "it.\n";
 
 struct Options {
     int port = -1;
     std::string config;
+    std::string check;
 };
 
 int Complain(const std::string& text) {
@@ -53,11 +56,11 @@ std::optional<int> ReadOptions(int count, char** words, Options* options) {
             puts("itamori-gate " ITAMORI_VERSION);
             return 0;
         }
-        if ((word != "--port" && word != "--config") || i + 1 == count)
+        if ((word != "--port" && word != "--config" && word != "--check") || i + 1 == count)
             return Complain("can't understand \"" + word + "\"; --help tells what there is");
         const char* value = words[++i];
-        if (word == "--config") {
-            options->config = value;
+        if (word != "--port") {
+            (word == "--config" ? options->config : options->check) = value;
             continue;
         }
         char* end = nullptr;
@@ -67,6 +70,15 @@ std::optional<int> ReadOptions(int count, char** words, Options* options) {
         options->port = static_cast<int>(port);
     }
     return std::nullopt;
+}
+
+int Check(const gate::Settings& settings, const std::string& target) {
+    gate::Origin origin(settings);
+    const gate::Say say = [](const std::string& step, const std::string& text) {
+        printf("%-14s%s\n", step.c_str(), text.c_str());
+        fflush(stdout);
+    };
+    return gate::CheckHost(&origin, target, say) ? 0 : 1;
 }
 
 gate::Server* sServer = nullptr;
@@ -91,12 +103,17 @@ int main(int count, char** words) {
     if (const std::optional<int> status = ReadOptions(count, words, &options))
         return *status;
     mallopt(M_ARENA_MAX, 2); // many short threads, each with little
+    // What one answer took serves the next; what is left over goes back when nothing is under way.
+    mallopt(M_MMAP_THRESHOLD, 4 << 20);
+    mallopt(M_TRIM_THRESHOLD, 4 << 20);
     gate::Settings settings;
     std::string error;
     if (!gate::ReadAllSettings(options.config, &settings, &error))
         return Complain(error);
     if (options.port >= 0)
         settings.port = options.port;
+    if (!options.check.empty())
+        return Check(settings, options.check);
     gate::Listeners listeners;
     if (!listeners.Adopt(&error) && (!error.empty() || !listeners.Open(settings.port, &error)))
         return Complain(error);

@@ -12,15 +12,19 @@
 
 // Tells and sets where the program's requests go, for the launcher that starts the gate:
 //   itamori-setup show                  "new" (no settings yet), "here PORT" (the proxy's host is
-//                                       this machine), "elsewhere", or "unreadable"
-//   itamori-setup new PORT SERVICES     turns the proxy on, and names the portal in services.txt
+//                                       this machine), "elsewhere", "off" (no proxy is used), or
+//                                       "unreadable"
+//   itamori-setup new PORT              turns the proxy on
 //   itamori-setup move PORT             another port of this machine
+//   itamori-setup portal gate SERVICES  names a real portal in services.txt, and
+//   itamori-setup portal none SERVICES  puts back what stood there
 // Settings that lead elsewhere, and those that can't be read, stay as they are.
 
 namespace {
 
 // Without the gate this portal's answer is no menu: it is named only where the proxy is set.
 constexpr const char* kPortal = "menu.5ch.io";
+constexpr const char* kRemark = "# Only with the gate as the proxy; put back without it.\n";
 constexpr const char* kNoPortal = "portal.itamori.example"; // as shipped; the gate knows it too
 
 bool Fail(const std::string& what) {
@@ -28,7 +32,7 @@ bool Fail(const std::string& what) {
     return false;
 }
 
-enum class State { kNew, kHere, kElsewhere, kUnreadable };
+enum class State { kNew, kHere, kElsewhere, kOff, kUnreadable };
 
 State Look(SettingsFile* settings, BString* port) {
     const status_t status = settings->Load();
@@ -39,6 +43,8 @@ State Look(SettingsFile* settings, BString* port) {
     bool use = false;
     if (settings->Get("proxy", &use) == B_NAME_NOT_FOUND)
         return State::kNew;
+    if (!use)
+        return State::kOff;
     BString host;
     if (settings->Get("proxy_host", &host) != B_OK || settings->Get("proxy_port", port) != B_OK)
         return State::kElsewhere;
@@ -57,6 +63,7 @@ bool Show() {
     case State::kNew: puts("new"); break;
     case State::kHere: printf("here %d\n", atoi(port.String())); break;
     case State::kElsewhere: puts("elsewhere"); break;
+    case State::kOff: puts("off"); break;
     case State::kUnreadable: puts("unreadable"); break;
     }
     return true;
@@ -66,19 +73,21 @@ bool Save(const SettingsFile& settings) {
     return settings.Save() == B_OK || Fail("the settings can't be written");
 }
 
-// What the user has put there himself stays.
-bool NamePortal(const char* path) {
+// What the user has put there himself stays, and has no such remark before it.
+bool SetPortal(const std::string& whose, const char* path) {
+    const std::string shipped = std::string("portal_host = ") + kNoPortal + "\n";
+    const std::string real = std::string(kRemark) + "portal_host = " + kPortal + "\n";
+    const std::string& old = whose == "gate" ? shipped : real;
     std::string services;
     ReadWholeFile(path, &services);
-    const std::string shipped = std::string("portal_host = ") + kNoPortal;
-    const size_t place = services.find("\n" + shipped + "\n");
+    const size_t place = ("\n" + services).find("\n" + old);
     if (place == std::string::npos)
         return true;
-    services.replace(place + 1, shipped.size(), std::string("portal_host = ") + kPortal);
+    services.replace(place, old.size(), whose == "gate" ? real : shipped);
     return ReplaceFile(path, services) == B_OK || Fail(std::string(path) + " can't be written");
 }
 
-bool SetNew(const char* port, const char* services) {
+bool SetNew(const char* port) {
     BPath folder;
     if (find_directory(B_USER_SETTINGS_DIRECTORY, &folder, true) != B_OK ||
         folder.Append("2ch") != B_OK)
@@ -97,7 +106,7 @@ bool SetNew(const char* port, const char* services) {
     bool cache = false;
     if (settings.Get("enable_cache", &cache) != B_OK)
         settings.AddBool("enable_cache", false);
-    return Save(settings) && NamePortal(services);
+    return Save(settings);
 }
 
 bool Move(const char* port) {
@@ -121,10 +130,14 @@ int main(int count, char** words) {
     const std::string what = count > 1 ? words[1] : "";
     if (what == "show" && count == 2)
         return Show() ? 0 : 1;
-    if (what == "new" && count == 4 && IsPort(words[2]))
-        return SetNew(words[2], words[3]) ? 0 : 1;
+    if (what == "new" && count == 3 && IsPort(words[2]))
+        return SetNew(words[2]) ? 0 : 1;
     if (what == "move" && count == 3 && IsPort(words[2]))
         return Move(words[2]) ? 0 : 1;
-    fprintf(stderr, "usage: itamori-setup show | new PORT SERVICES | move PORT\n");
+    const std::string whose = count == 4 ? words[2] : "";
+    if (what == "portal" && (whose == "gate" || whose == "none"))
+        return SetPortal(whose, words[3]) ? 0 : 1;
+    fprintf(stderr, "usage: itamori-setup show | new PORT | move PORT | "
+                    "portal gate SERVICES | portal none SERVICES\n");
     return 2;
 }

@@ -9,24 +9,21 @@ namespace gate {
 
 namespace {
 
-std::string LinesOfDat(const std::string& bytes) {
+std::string LinesOfDat(const Family& family, const std::string& bytes) {
     if (LooksLikePage(bytes) || bytes.find("<>") == std::string::npos)
         return {};
-    SameLengthRewriter rewriter;
-    std::string lines = rewriter.Feed(bytes) + rewriter.Finish();
+    std::string lines = LogOfDat(family, bytes, -1).bytes;
     if (!lines.ends_with('\n'))
         lines += '\n';
     return lines;
 }
 
 // A page that leaves posts out is not taken for the thread.
-std::string LinesOfPage(const std::string& bytes) {
-    const std::optional<ReadPage> page = ParseReadPage(bytes);
+std::string LinesOfPage(const std::string& bytes, const PageMarks& marks) {
+    const std::optional<ReadPage> page = ParseReadPage(bytes, marks);
     if (!page || !page->isWhole || page->posts.empty())
         return {};
-    const std::string lines = LinesOfPosts(page->posts, 1, page->posts.back().number);
-    SameLengthRewriter rewriter;
-    return rewriter.Feed(lines) + rewriter.Finish();
+    return SameLengthRewritten(LinesOfPosts(page->posts, 1, page->posts.back().number));
 }
 
 } // namespace
@@ -74,7 +71,8 @@ std::optional<KeptThread> Archives::_Fetch(const ThreadAddress& thread, const Ar
     const std::string body = fetched.transfer->Body();
     KeptThread kept;
     kept.source = archive.address;
-    kept.bytes = archive.isPage ? LinesOfPage(body) : LinesOfDat(body);
+    kept.bytes = archive.isPage ? LinesOfPage(body, fShop.settings.pageMarks)
+                                : LinesOfDat(*thread.family, body);
     kept.lines = CountLines(kept.bytes);
     const std::string* date = fetched.head.Find("last-modified");
     kept.date = date != nullptr ? ParseHttpDate(*date) : -1;

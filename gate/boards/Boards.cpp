@@ -60,9 +60,12 @@ void Boards::_ForgetCookies(const Request& request, Responder* responder) {
 void Boards::_AnswerProxied(const Request& request, Responder* responder) {
     if (request.path == kMenuPath && fShop.settings.IsPortal(request.host))
         return fMenus.Answer(responder);
-    if (const auto page = ParseCgiPath(fShop.settings, request.host, request.path);
-        page && page->thread.family->kind != FamilyKind::kDat)
-        return fCgiThreads.AnswerPage(page->thread, page->start, responder);
+    if (const auto page = ParseCgiPath(fShop.settings, request.host, request.path)) {
+        if (page->thread.family->kind != FamilyKind::kDat)
+            return fCgiThreads.AnswerPage(page->thread, page->start, responder);
+        return responder->Refuse(404, "この板のスレッドは .cgi ではなく .dat で読みます。板のスレッ"
+                                      "ド一覧から開き直してください");
+    }
     const std::optional<ThreadAddress> thread =
         ParseThreadPath(fShop.settings, request.host, request.path);
     if (!thread)

@@ -26,8 +26,9 @@ std::string PathOf(const ThreadAddress& thread, long first) {
 }
 
 // What the rawmode interface says in a header of its own when it has no posts to give.
-bool HasLeft(const std::string& error) {
-    return error == "STORAGE IN" || error.ends_with("NOT FOUND");
+bool HasLeft(const Family& family, const std::string& error) {
+    return std::ranges::any_of(family.droppedErrors,
+                               [&](const std::string& end) { return error.ends_with(end); });
 }
 
 } // namespace
@@ -95,7 +96,8 @@ CgiThreads::News CgiThreads::_Ask(const ThreadAddress& thread, long first,
         return news;
     const std::string* error = fetched.head.Find("error");
     const long status = fetched.head.status;
-    news.hasLeft = status == 404 || status == 410 || (error != nullptr && HasLeft(*error));
+    news.hasLeft =
+        status == 404 || status == 410 || (error != nullptr && HasLeft(*thread.family, *error));
     if (status != 200 || news.hasLeft || error != nullptr) {
         news.failure = error != nullptr && !error->empty() ? request.host + ": " + *error
                                                            : StatusText(request.host, status);
@@ -132,10 +134,8 @@ KeptThread CgiThreads::_Append(const ThreadAddress& thread, const News& news) {
             ->number;
     if (last <= kept.lines)
         return kept;
-    const std::string lines = LinesOfPosts(news.posts, static_cast<long>(kept.lines) + 1, last);
-    SameLengthRewriter rewriter;
-    kept.bytes += rewriter.Feed(lines);
-    kept.bytes += rewriter.Finish();
+    kept.bytes +=
+        SameLengthRewritten(LinesOfPosts(news.posts, static_cast<long>(kept.lines) + 1, last));
     kept.source = kCgiSource;
     kept.lines = CountLines(kept.bytes);
     kept.date = news.date > 0 ? news.date : time(nullptr);

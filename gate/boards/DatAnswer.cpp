@@ -10,7 +10,7 @@ namespace gate {
 namespace {
 
 constexpr size_t kMostRedirects = 5;
-constexpr size_t kStartOfPage = 16; // enough to know a page by
+constexpr size_t kLongestLine = 64 << 10; // of those that are looked at before anything is given
 
 // "bytes FIRST-LAST/TOTAL" and "bytes */TOTAL"; −1 for what it does not tell.
 struct RangeNumbers {
@@ -43,12 +43,18 @@ void DatAnswer::Run() {
         _Judge();
 }
 
-// A length is the server's own as long as nothing else was ever given of the thread.
+// A dat in UTF-8 has other bytes than the program gets, so the whole of it is asked for. Of another
+// a length is the server's own as long as nothing else was ever given of the thread.
 void DatAnswer::_PlanRange() {
     fRequest.family = fThread.family;
     fRequest.host = fThread.server;
     fRequest.path = fThread.DatPath();
     const std::string name = fThread.GivenName();
+    if (fThread.family->charset == Charset::kUtf8) {
+        fIsByLines = true;
+        fRequest.takesCompressed = true;
+        return;
+    }
     if (fWanted.start < 0) {
         fLines = 0;
         return;
@@ -123,10 +129,24 @@ bool DatAnswer::_WaitForBytes(size_t size) {
     return true;
 }
 
+// Whether there is a line, or all of a body that has none.
+bool DatAnswer::_WaitForLine() {
+    for (size_t size = 0; size < kLongestLine;) {
+        const size_t before = size;
+        size = fTransfer->WaitForMore(before, fDeadline);
+        if (fTransfer->Body(before).find('\n') != std::string::npos)
+            return true;
+        if (size == before)
+            return fTransfer->Now() == Transfer::State::kWhole;
+    }
+    return true;
+}
+
 void DatAnswer::_AnswerWhole() {
-    _WaitForBytes(fHead.length < 0 ? kStartOfPage : std::min<size_t>(kStartOfPage, fHead.length));
-    if (LooksLikePage(fTransfer->Body()))
-        return _AnswerFailure(fRequest.host + " がスレッドではなくページを返しました");
+    if (!_WaitForLine())
+        return _AnswerFailure(fTransfer->Failure(fRequest.host + " の応答が続きません"));
+    if (!LooksLikeDat(fTransfer->Body(0, kLongestLine)))
+        return _AnswerNoDat();
     _Pass(0, fHead.length);
 }
 
@@ -138,7 +158,7 @@ void DatAnswer::_AnswerRange() {
         return _AnswerFailure(fRequest.host + " が求めていない範囲を返しました");
     if (!_WaitForBytes(1) && fTransfer->Now() != Transfer::State::kWhole)
         return _AnswerFailure(fTransfer->Failure(fRequest.host + " の応答がまだありません"));
-    if (!fTransfer->Body().starts_with('\n'))
+    if (!fTransfer->Body(0, 1).starts_with('\n'))
         return AnswerChanged(fResponder);
     _Pass(1, fHead.length);
 }
@@ -149,8 +169,8 @@ void DatAnswer::_AnswerCut() {
     if (!_WaitForBytes(start) && fTransfer->Now() != Transfer::State::kWhole)
         return _AnswerFailure(fTransfer->Failure(fRequest.host + " の応答が続きません"));
     const std::string body = fTransfer->Body();
-    if (LooksLikePage(body))
-        return _AnswerFailure(fRequest.host + " がスレッドではなくページを返しました");
+    if (!LooksLikeDat(body))
+        return _AnswerNoDat();
     if (body.size() < start || body[start - 1] != '\n')
         return AnswerChanged(fResponder);
     _Pass(start, fHead.length);
@@ -159,12 +179,10 @@ void DatAnswer::_AnswerCut() {
 void DatAnswer::_AnswerByLines() {
     if (fTransfer->WaitForEnd(fDeadline) != Transfer::State::kWhole)
         return _AnswerFailure(fTransfer->Failure(fRequest.host + " の応答が続きません"));
-    SameLengthRewriter rewriter;
-    KeptThread log{kDatSource, rewriter.Feed(fTransfer->Body()), 0, _Date()};
-    log.bytes += rewriter.Finish();
-    log.lines = CountLines(log.bytes);
-    if (LooksLikePage(log.bytes))
-        return _AnswerFailure(fRequest.host + " がスレッドではなくページを返しました");
+    const std::string body = fTransfer->Body();
+    if (!LooksLikeDat(body))
+        return _AnswerNoDat();
+    const KeptThread log = LogOfDat(*fThread.family, body, _Date());
     AnswerFromLog(&fShop.store, fThread, log, fWanted, fResponder);
 }
 
@@ -197,6 +215,10 @@ void DatAnswer::_AnswerFailure(const std::string& failure) {
         fResponder->Refuse(502, failure);
 }
 
+void DatAnswer::_AnswerNoDat() {
+    _AnswerFailure(fRequest.host + " がスレッドではなくページを返しました");
+}
+
 time_t DatAnswer::_Date() const {
     const std::string* date = fHead.Find("last-modified");
     return date != nullptr ? ParseHttpDate(*date) : -1;
@@ -223,9 +245,8 @@ void DatAnswer::_PassHeld(size_t start) {
 void DatAnswer::_PassStreamed(size_t start, int64_t size, int64_t beyond) {
     if (size == 0 && fWanted.start >= 0)
         return AnswerNoNews(fWanted, fResponder);
-    const std::string body = fTransfer->Body();
     const size_t before = std::min(start, SameLengthRewriter::kLongestMark);
-    SameLengthRewriter rewriter(std::string_view(body).substr(start - before, before));
+    SameLengthRewriter rewriter(fTransfer->Body(start - before, before));
     if (!fResponder->Begin(HeadOfRest(fWanted, size, beyond, _Date())))
         return;
     const Deadline deadline = fShop.TransferDeadline();

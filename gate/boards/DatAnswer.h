@@ -29,12 +29,14 @@ private:
     void _AnswerByLines();
     void _AnswerRangeRefused();
     void _AnswerDropped();
+    void _AnswerNoDat();
     void _AnswerFailure(const std::string& failure);
     void _Pass(size_t start, int64_t total);
     void _PassHeld(size_t start);
     void _PassStreamed(size_t start, int64_t size, int64_t beyond);
     void _NoteGiven(int64_t size);
     bool _WaitForBytes(size_t size);
+    bool _WaitForLine();
     bool _IsDropped() const;
     time_t _Date() const;
 

@@ -89,29 +89,28 @@ bool Lists::_FetchFrom(const ThreadAddress& board, const std::string& host, Dead
         return false;
     }
     const std::string bytes = fetched.transfer->Body();
-    if (LooksLikePage(bytes) || fetched.place.path != path) {
+    const std::string made = _Convert(board, bytes);
+    const bool isNone = !bytes.empty() && made.find("<>") == std::string::npos;
+    if (LooksLikePage(bytes) || isNone || fetched.place.path != path) {
         *failure = fetched.place.host + " がスレッド一覧ではなくページを返しました";
         return false;
     }
     if (fetched.place.host != board.host && fetched.family == board.family)
         fShop.store.SetMove(board.host, board.board, fetched.place.host);
     const std::string* date = fetched.head.Find("last-modified");
-    *list = {_Convert(board, bytes), date != nullptr ? ParseHttpDate(*date) : -1,
-             std::chrono::steady_clock::now()};
+    *list = {made, date != nullptr ? ParseHttpDate(*date) : -1, std::chrono::steady_clock::now()};
     return true;
 }
 
 // The label of the charset lies often enough: the bytes tell.
 std::string Lists::_Convert(const ThreadAddress& board, const std::string& bytes) {
     if (board.family->kind == FamilyKind::kRawmode)
-        return MakeSubjectList(bytes, Charset::kEucJp);
+        return SameLengthRewritten(MakeSubjectList(bytes, Charset::kEucJp));
     if (board.family->kind == FamilyKind::kOfflaw)
-        return MakeSubjectList(bytes, Charset::kCp932);
+        return SameLengthRewritten(MakeSubjectList(bytes, Charset::kCp932));
     if (GuessCharset(bytes) == Charset::kUtf8)
-        return MakeSubjectList(bytes, Charset::kUtf8);
-    SameLengthRewriter rewriter;
-    std::string list = rewriter.Feed(bytes);
-    return list + rewriter.Finish();
+        return SameLengthRewritten(MakeSubjectList(bytes, Charset::kUtf8));
+    return SameLengthRewritten(bytes);
 }
 
 } // namespace gate

@@ -1,5 +1,7 @@
 #include "boards/Log.h"
 
+#include "convert/Encodings.h"
+#include "convert/SameLength.h"
 #include "origin/Location.h"
 
 #include <algorithm>
@@ -122,6 +124,19 @@ AnswerHead HeadOfRest(const Wanted& wanted, int64_t size, int64_t beyond, time_t
                         std::to_string(wanted.start + size - 1) + "/" +
                         std::to_string(wanted.start + size + beyond);
     return head;
+}
+
+// In UTF-8 only what ends with its line: the rest may be half a character.
+KeptThread LogOfDat(const Family& family, const std::string& dat, time_t date) {
+    KeptThread log{kDatSource, dat, 0, date};
+    const std::string lines = dat.substr(0, dat.rfind('\n') + 1);
+    if (family.charset == Charset::kUtf8 && GuessCharset(lines) == Charset::kUtf8) {
+        log.source = kUtf8Source;
+        log.bytes = ToCp932(lines, Charset::kUtf8);
+    }
+    log.bytes = SameLengthRewritten(log.bytes);
+    log.lines = CountLines(log.bytes);
+    return log;
 }
 
 int64_t CountLines(std::string_view bytes) {

@@ -13,6 +13,8 @@ namespace gate {
 
 // The source of bytes that are a server's own dat.
 constexpr const char* kDatSource = "dat";
+// The source of those that were made of a dat in UTF-8.
+constexpr const char* kUtf8Source = "utf-8 dat";
 
 // What the program wants of a thread.
 struct Wanted {
@@ -52,6 +54,10 @@ void AnswerUnknown(Responder* responder);
 // The head of an answer with `size` bytes from where the program's copy ends; the log ends `beyond`
 // bytes behind these.
 AnswerHead HeadOfRest(const Wanted& wanted, int64_t size, int64_t beyond, time_t date);
+
+// A dat that came as a whole, as the program reads it. Where the family may write UTF-8 the bytes
+// tell whether it does.
+KeptThread LogOfDat(const Family& family, const std::string& dat, time_t date);
 
 int64_t CountLines(std::string_view bytes);
 

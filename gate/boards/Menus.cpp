@@ -12,11 +12,24 @@ namespace {
 constexpr const char* kTitle = "BBS MENU";
 
 // What a page says that is no menu, or one without a board, is nothing.
-std::vector<MenuCategory> Parse(const std::string& bytes) {
+std::vector<MenuCategory> ParseAny(const std::string& bytes, const MenuMarks& marks) {
     const size_t first = bytes.find_first_not_of(" \t\r\n\xEF\xBB\xBF");
     if (first != std::string::npos && bytes[first] == '{')
-        return ParseJsonMenu(bytes.substr(first)).value_or(std::vector<MenuCategory>());
-    return ParseHtmlMenu(bytes);
+        return ParseJsonMenu(bytes.substr(first), marks).value_or(std::vector<MenuCategory>());
+    return ParseHtmlMenu(bytes, marks);
+}
+
+// Only boards that the gate can reach: other links are no boards, and a page with nothing else
+// comes from a network that wants something of its user first.
+std::vector<MenuCategory> Parse(const std::string& bytes, const Settings& settings) {
+    std::vector<MenuCategory> menu = ParseAny(bytes, settings.menuMarks);
+    for (MenuCategory& category : menu)
+        std::erase_if(category.boards, [&settings](const MenuBoard& board) {
+            const std::optional<Place> place = ParseAddress(board.url);
+            return !place || settings.FindFamily(place->host) == nullptr;
+        });
+    std::erase_if(menu, [](const MenuCategory& category) { return category.boards.empty(); });
+    return menu;
 }
 
 } // namespace
@@ -46,7 +59,7 @@ void Menus::Answer(Responder* responder) const {
 
 std::vector<MenuCategory> Menus::_FindMenu(const std::string& address, Deadline deadline) const {
     if (const std::optional<std::string> bytes = _Fetch(address, deadline)) {
-        std::vector<MenuCategory> menu = Parse(*bytes);
+        std::vector<MenuCategory> menu = Parse(*bytes, fShop.settings);
         if (!menu.empty()) {
             fShop.store.SetMenu(address, *bytes);
             return menu;
@@ -54,7 +67,7 @@ std::vector<MenuCategory> Menus::_FindMenu(const std::string& address, Deadline 
         fprintf(stderr, "%s is no board menu\n", address.c_str());
     }
     const std::optional<std::string> last = fShop.store.FindMenu(address);
-    return last ? Parse(*last) : std::vector<MenuCategory>();
+    return last ? Parse(*last, fShop.settings) : std::vector<MenuCategory>();
 }
 
 std::optional<std::string> Menus::_Fetch(const std::string& address, Deadline deadline) const {

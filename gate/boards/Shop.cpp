@@ -18,7 +18,8 @@ std::string StatusText(const std::string& host, long status) {
 
 bool IsChallenge(const Settings& settings, const OriginHead& head, const Transfer& transfer,
                  Deadline deadline) {
-    if (head.Find("cf-mitigated") != nullptr)
+    if (std::ranges::any_of(settings.challengeHeaders,
+                            [&](const std::string& name) { return head.Find(name) != nullptr; }))
         return true;
     if (head.status != 403 && head.status != 503)
         return false;

@@ -63,6 +63,9 @@ std::optional<ThreadAddress> ParseThreadPath(const Settings& settings, const std
 }
 
 std::string FillIn(std::string pattern, const ThreadAddress& thread) {
+    const size_t name = thread.board.rfind('/') + 1; // npos + 1 is 0
+    ReplaceAll(&pattern, "{folder}", name == 0 ? "" : "/" + thread.board.substr(0, name - 1));
+    ReplaceAll(&pattern, "{name}", thread.board.substr(name));
     ReplaceAll(&pattern, "{host}", thread.server);
     ReplaceAll(&pattern, "{board}", thread.board);
     ReplaceAll(&pattern, "{key}", thread.key);
@@ -76,6 +79,10 @@ bool LooksLikePage(std::string_view bytes) {
     const std::string start = LowerCase(bytes.substr(std::min(first, bytes.size())).substr(0, 9));
     return start.starts_with("<!doctype") || start.starts_with("<html") ||
            start.starts_with("<head") || start.starts_with("<?xml");
+}
+
+bool LooksLikeDat(std::string_view bytes) {
+    return !LooksLikePage(bytes) && bytes.substr(0, bytes.find('\n')).find("<>") != bytes.npos;
 }
 
 } // namespace gate

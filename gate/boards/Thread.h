@@ -31,10 +31,13 @@ std::optional<ThreadAddress> ParseThreadPath(const Settings& settings, const std
 bool IsBoard(std::string_view board);
 bool IsKey(std::string_view key);
 
-// The address of an archive with the thread's names in it.
+// An address or a path with the thread's names in it, as the settings describe them.
 std::string FillIn(std::string pattern, const ThreadAddress& thread);
 
 // Whether bytes are the beginning of an HTML page, and thus no list or log.
 bool LooksLikePage(std::string_view bytes);
+// Whether bytes may be a dat, as its first line tells: what else a server or a network between says
+// has no such fields.
+bool LooksLikeDat(std::string_view bytes);
 
 } // namespace gate

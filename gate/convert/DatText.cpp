@@ -2,8 +2,9 @@
 
 #include "convert/Words.h"
 
+#include <fnmatch.h>
+
 #include <algorithm>
-#include <array>
 #include <charconv>
 
 namespace gate {
@@ -80,19 +81,16 @@ std::string LinkText(HtmlNode* link) {
 }
 
 // Only the boards' own small pictures are worth their address.
-std::string PictureText(HtmlNode* picture) {
-    std::string_view source;
+std::string PictureText(HtmlNode* picture, const PageMarks& marks) {
     const std::string attribute = AttributeOf(picture, "src");
-    source = attribute;
-    const size_t host = source.find("//");
-    if (host == source.npos)
+    const size_t host = attribute.find("//");
+    if (host == attribute.npos)
         return "";
-    source.remove_prefix(host);
-    const bool isIcon =
-        source.starts_with("//img") &&
-        std::ranges::any_of(std::array<std::string_view, 3>{"/ico/", "/premium/", "/emoji/"},
-                            [source](auto part) { return source.find(part) != source.npos; });
-    return isIcon || source.starts_with("//o.") ? "sssp:" + Escaped(source) : "";
+    const std::string source = attribute.substr(host);
+    const bool isKnown = std::ranges::any_of(marks.pictures, [&source](const std::string& form) {
+        return fnmatch(form.c_str(), source.c_str(), FNM_NOESCAPE) == 0;
+    });
+    return isKnown ? "sssp:" + Escaped(source) : "";
 }
 
 // Collects the lines of a body.
@@ -170,7 +168,7 @@ std::string Escaped(std::string_view text) {
     return escaped;
 }
 
-std::string BodyOf(HtmlNode* message, const std::vector<std::string>& posts) {
+std::string BodyOf(HtmlNode* message, const PageMarks& marks) {
     BodyWriter writer;
     for (HtmlNode* node = NextNode(message, message); node != nullptr;) {
         const std::string_view name = NameOf(node);
@@ -180,10 +178,10 @@ std::string BodyOf(HtmlNode* message, const std::vector<std::string>& posts) {
         else if (isLink)
             writer.Add(LinkText(node));
         else if (name == "img")
-            writer.Add(PictureText(node));
+            writer.Add(PictureText(node, marks));
         else if (!IsLayout(ContentOf(node)))
             writer.Add(Escaped(ContentOf(node)));
-        const bool isPassed = isLink || IsHidden(node) || IsNextPost(node, posts);
+        const bool isPassed = isLink || IsHidden(node) || IsNextPost(node, marks.post);
         node = isPassed ? NodeAfter(node, message) : NextNode(node, message);
     }
     return writer.Finish();

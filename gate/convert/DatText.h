@@ -1,6 +1,7 @@
 #pragma once
 
 #include "convert/HtmlTree.h"
+#include "settings/Marks.h"
 
 #include <string>
 #include <string_view>
@@ -12,8 +13,8 @@ namespace gate {
 // All of it UTF-8.
 
 // A post's text; its lines are ended by " <br> ". Without the posts that a tag left open holds as
-// well: elements of the classes in `posts`, and of definition lists.
-std::string BodyOf(HtmlNode* message, const std::vector<std::string>& posts = {});
+// well: elements of the marks' classes, and of definition lists.
+std::string BodyOf(HtmlNode* message, const PageMarks& marks = {});
 // A poster's name: what isn't bold (a sign of identity) stands in "</b>" and "<b>".
 std::string NameFieldOf(HtmlNode* name);
 // The address behind a name, without "mailto:".

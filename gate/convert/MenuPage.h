@@ -1,5 +1,7 @@
 #pragma once
 
+#include "settings/Marks.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,12 +17,6 @@ struct MenuBoard {
 struct MenuCategory {
     std::string name; // UTF-8
     std::vector<MenuBoard> boards;
-};
-
-// What tells a board from a menu's other links; it may stand in the settings.
-struct MenuMarks {
-    // How the names of hosts begin that have pages below folders, but no boards.
-    std::vector<std::string> otherHosts{"www.", "info.", "menu.", "find."};
 };
 
 // A family's menu. What is no board (mail, portals' own pages, scripts) is left out, and so is a

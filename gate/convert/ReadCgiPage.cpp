@@ -86,7 +86,7 @@ PostLine PostByClasses(HtmlNode* element, HtmlNode* message, const PageMarks& ma
         post.mail = Coded(MailOf(name));
     }
     post.date = DateOfPost(element, marks);
-    post.body = Coded(BodyOf(message, marks.post));
+    post.body = Coded(BodyOf(message, marks));
     return post;
 }
 
@@ -129,7 +129,7 @@ std::string WithoutLastBreaks(std::string body) {
     return body;
 }
 
-PostLine PostByHeading(HtmlNode* heading, HtmlNode* text) {
+PostLine PostByHeading(HtmlNode* heading, HtmlNode* text, const PageMarks& marks) {
     PostLine post;
     HtmlNode* node = FirstChild(heading);
     std::string before;
@@ -138,7 +138,7 @@ PostLine PostByHeading(HtmlNode* heading, HtmlNode* text) {
         node = NextSibling(node);
     }
     post.number = FirstNumber(before);
-    post.body = WithoutLastBreaks(Coded(BodyOf(text)));
+    post.body = WithoutLastBreaks(Coded(BodyOf(text, marks)));
     if (node == nullptr)
         return post;
     post.name = Coded(Trimmed(NameFieldOf(node)));
@@ -151,7 +151,7 @@ PostLine PostByHeading(HtmlNode* heading, HtmlNode* text) {
 PostLine PostOf(HtmlNode* element, HtmlNode* message, const PageMarks& marks) {
     HtmlNode* heading = FindElement(element, "dt");
     return heading != nullptr && FindClass(element, marks.name) == nullptr
-               ? PostByHeading(heading, message)
+               ? PostByHeading(heading, message, marks)
                : PostByClasses(element, message, marks);
 }
 
@@ -165,12 +165,12 @@ std::vector<PostLine> PostsByClasses(HtmlNode* root, const PageMarks& marks) {
     return posts;
 }
 
-std::vector<PostLine> PostsByHeadings(HtmlNode* root) {
+std::vector<PostLine> PostsByHeadings(HtmlNode* root, const PageMarks& marks) {
     std::vector<PostLine> posts;
     for (HtmlNode* node = root; node != nullptr; node = NextNode(node, root)) {
         HtmlNode* text = NameOf(node) == "dt" ? TextBehind(node) : nullptr;
         if (text != nullptr)
-            posts.push_back(PostByHeading(node, text));
+            posts.push_back(PostByHeading(node, text, marks));
     }
     return posts;
 }
@@ -206,7 +206,7 @@ std::optional<ReadPage> ParseReadPage(std::string_view bytes, const PageMarks& m
     ReadPage page;
     page.posts = PostsByClasses(tree.Root(), marks);
     if (page.posts.empty())
-        page.posts = PostsByHeadings(tree.Root());
+        page.posts = PostsByHeadings(tree.Root(), marks);
     Sort(&page.posts);
     if (page.posts.empty())
         return std::nullopt;

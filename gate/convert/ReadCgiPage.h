@@ -1,6 +1,7 @@
 #pragma once
 
 #include "convert/PostLine.h"
+#include "settings/Marks.h"
 
 #include <optional>
 #include <string>
@@ -8,21 +9,6 @@
 #include <vector>
 
 namespace gate {
-
-// The class names by which the parts of a thread's page are known, whatever tags carry them. They
-// change with the servers' versions, so settings may hold others.
-struct PageMarks {
-    std::vector<std::string> post{"post"};
-    std::vector<std::string> number{"number", "postid"};
-    std::vector<std::string> name{"name", "postusername"};
-    std::vector<std::string> date{"date"};
-    std::vector<std::string> user{"uid"};
-    std::vector<std::string> be{"be"};
-    std::vector<std::string> message{"message", "post-content", "thread_in"};
-    std::vector<std::string> title{"title", "threadtitle", "thread-title"};
-    // What ends a whole page, in any case; empty: a page is whole without.
-    std::string end = "</html>";
-};
 
 struct ReadPage {
     std::string title; // cp932, as in a dat

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cstdint>
 #include <optional>
+#include <utility>
 
 namespace gate {
 
@@ -15,7 +16,7 @@ constexpr std::array<std::array<std::string_view, 2>, 2> kSchemes = {
 constexpr uint32_t kLastShort = 0xFFFF;
 constexpr uint32_t kLastCode = 0x10FFFF;
 
-bool IsLead(unsigned char byte) {
+constexpr bool IsLead(unsigned char byte) {
     return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
 }
 
@@ -86,26 +87,35 @@ Piece SchemeAt(std::string_view text) {
     return {};
 }
 
-// The bytes that stand for themselves whatever follows: most of them.
+enum class Role : uint8_t { kPlain, kLead, kMark };
+
+constexpr std::array<Role, 256> kRoles = [] {
+    std::array<Role, 256> roles = {};
+    for (size_t byte = 0; byte < roles.size(); byte++)
+        roles[byte] = IsLead(static_cast<unsigned char>(byte)) ? Role::kLead : Role::kPlain;
+    for (const unsigned char mark : {'h', 't', '&'})
+        roles[mark] = Role::kMark;
+    return roles;
+}();
+
+// The characters that stand for themselves whatever follows: most of them.
 size_t PlainLength(std::string_view text) {
-    const auto plain = [](char c) {
-        return c != 'h' && c != 't' && c != '&' && !IsLead(static_cast<unsigned char>(c));
-    };
-    return static_cast<size_t>(std::ranges::find_if_not(text, plain) - text.begin());
+    for (size_t at = 0; at < text.size();) {
+        const Role role = kRoles[static_cast<unsigned char>(text[at])];
+        const bool isLead = role == Role::kLead;
+        if (role == Role::kMark || (isLead && at + 1 == text.size()))
+            return at;
+        at += isLead && IsTrail(static_cast<unsigned char>(text[at + 1])) ? 2 : 1;
+    }
+    return text.size();
 }
 
 Piece PieceAt(std::string_view text) {
-    const auto byte = static_cast<unsigned char>(text[0]);
-    if (IsLead(byte)) {
-        if (text.size() < 2)
-            return {0};
-        return {IsTrail(static_cast<unsigned char>(text[1])) ? size_t{2} : size_t{1}};
-    }
-    if (byte == '&')
+    if (const size_t plain = PlainLength(text); plain > 0)
+        return {plain};
+    if (text[0] == '&')
         return ReferenceAt(text);
-    if (byte == 'h' || byte == 't')
-        return SchemeAt(text);
-    return {PlainLength(text)};
+    return text[0] == 'h' || text[0] == 't' ? SchemeAt(text) : Piece{0};
 }
 
 } // namespace
@@ -132,11 +142,19 @@ std::string SameLengthRewriter::Finish() {
 }
 
 std::string SameLengthRewriter::_Take(size_t length) {
-    std::string taken = fHeld.substr(0, length);
-    fHeld.erase(0, length);
+    std::string held = length == fHeld.size() ? std::string() : fHeld.substr(length);
+    fHeld.resize(length);
+    std::string taken = std::exchange(fHeld, std::move(held));
     const size_t before = std::min(fBefore, taken.size());
     fBefore -= before;
-    return taken.erase(0, before);
+    taken.erase(0, before);
+    return taken;
+}
+
+std::string SameLengthRewritten(std::string_view text) {
+    SameLengthRewriter rewriter;
+    std::string rewritten = rewriter.Feed(text);
+    return rewritten + rewriter.Finish();
 }
 
 } // namespace gate

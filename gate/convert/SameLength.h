@@ -32,4 +32,7 @@ private:
     size_t fBefore; // bytes to come that stand before the range
 };
 
+// The same for a text that is there as a whole.
+std::string SameLengthRewritten(std::string_view text);
+
 } // namespace gate

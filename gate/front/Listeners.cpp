@@ -15,7 +15,7 @@ namespace gate {
 namespace {
 
 constexpr int kFirstAdopted = 3;
-constexpr int kWaiting = 128;
+constexpr int kWaiting = 1024; // beyond them a client tries again after a second or more
 
 // The port that a socket is bound to, or −1 when it is not on the loopback.
 int LoopbackPort(int handle) {

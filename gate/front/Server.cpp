@@ -125,13 +125,23 @@ void Server::_Serve(int connection) {
     CloseOrderly(connection);
 }
 
-bool Server::_WaitForInput(int connection, Responder* responder, int64_t until) {
+bool Server::_ReadMore(int connection, std::string* bytes, Responder* responder, int64_t until) {
     std::array<pollfd, 2> waits = {{{connection, POLLIN, 0}, {fStop, POLLIN, 0}}};
     const int64_t left = until - Now();
-    if (left > 0 && poll(waits.data(), waits.size(), static_cast<int>(left)) > 0)
-        return waits[1].revents == 0;
-    responder->Refuse(408, "要求が終わりません");
-    return false;
+    if (left <= 0 || poll(waits.data(), waits.size(), static_cast<int>(left)) <= 0) {
+        responder->Refuse(408, "要求が終わりません");
+        return false;
+    }
+    if (waits[1].revents != 0)
+        return false;
+    std::array<char, 4096> piece;
+    const ssize_t count = recv(connection, piece.data(), piece.size(), 0);
+    if (count <= 0) {
+        responder->Refuse(400, "要求が途中で終わりました");
+        return false;
+    }
+    bytes->append(piece.data(), static_cast<size_t>(count));
+    return true;
 }
 
 bool Server::_ReadRequest(int connection, Request* request, Responder* responder) {
@@ -139,15 +149,8 @@ bool Server::_ReadRequest(int connection, Request* request, Responder* responder
     std::string bytes;
     size_t end = std::string::npos;
     while ((end = bytes.find("\r\n\r\n")) == std::string::npos && bytes.size() <= kLongestHead) {
-        std::array<char, 4096> piece;
-        if (!_WaitForInput(connection, responder, until))
+        if (!_ReadMore(connection, &bytes, responder, until))
             return false;
-        const ssize_t count = recv(connection, piece.data(), piece.size(), 0);
-        if (count <= 0) {
-            responder->Refuse(400, "要求が途中で終わりました");
-            return false;
-        }
-        bytes.append(piece.data(), static_cast<size_t>(count));
     }
     if (end > kLongestHead) {
         responder->Refuse(431, "要求のヘッダが長すぎます");
@@ -174,15 +177,8 @@ bool Server::_ReadBody(int connection, Request* request, Responder* responder, i
         return false;
     }
     while (request->body.size() < static_cast<size_t>(length)) {
-        std::array<char, 4096> piece;
-        if (!_WaitForInput(connection, responder, until))
+        if (!_ReadMore(connection, &request->body, responder, until))
             return false;
-        const ssize_t count = recv(connection, piece.data(), piece.size(), 0);
-        if (count <= 0) {
-            responder->Refuse(400, "要求が途中で終わりました");
-            return false;
-        }
-        request->body.append(piece.data(), static_cast<size_t>(count));
     }
     request->body.resize(static_cast<size_t>(length));
     return true;

@@ -34,7 +34,8 @@ public:
 private:
     void _TakeConnection(int listener);
     void _Serve(int connection);
-    bool _WaitForInput(int connection, Responder* responder, int64_t until);
+    // Appends what comes next; false when nothing more does, which the client has been told.
+    bool _ReadMore(int connection, std::string* bytes, Responder* responder, int64_t until);
     bool _ReadRequest(int connection, Request* request, Responder* responder);
     bool _ReadBody(int connection, Request* request, Responder* responder, int64_t until);
 

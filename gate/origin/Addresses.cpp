@@ -53,7 +53,9 @@ bool IsKeptAwayV6(const in6_addr& address) {
     return (bytes[0] & 0xE0) != 0x20 || V4At(bytes) == 0x20010000;
 }
 
-std::string TextOf(const sockaddr& address) {
+} // namespace
+
+std::string AddressText(const sockaddr& address) {
     std::array<char, INET6_ADDRSTRLEN> text = {};
     const void* bytes =
         address.sa_family == AF_INET
@@ -62,12 +64,10 @@ std::string TextOf(const sockaddr& address) {
     return inet_ntop(address.sa_family, bytes, text.data(), text.size()) ? text.data() : "";
 }
 
-} // namespace
-
 bool IsKeptAway(const sockaddr& address, const std::vector<std::string>& allowed) {
     if (address.sa_family != AF_INET && address.sa_family != AF_INET6)
         return true;
-    if (std::find(allowed.begin(), allowed.end(), TextOf(address)) != allowed.end())
+    if (std::find(allowed.begin(), allowed.end(), AddressText(address)) != allowed.end())
         return false;
     if (address.sa_family == AF_INET)
         return IsKeptAwayV4(ntohl(reinterpret_cast<const sockaddr_in&>(address).sin_addr.s_addr));

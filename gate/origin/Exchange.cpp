@@ -12,6 +12,7 @@ namespace gate {
 namespace {
 
 constexpr size_t kLongestHead = 64 << 10;
+constexpr long kBufferSize = 64 << 10;
 
 std::string_view Trimmed(std::string_view text) {
     const size_t first = text.find_first_not_of(" \t\r\n");
@@ -46,11 +47,40 @@ std::string Exchange::Run(CURL* handle) {
     _SetUpWay(handle);
     _SetUpAnswer(handle);
     const CURLcode code = curl_easy_perform(handle);
+    if (fRequest.way)
+        _TellWay(handle, code);
     long sent = 0;
     curl_easy_getinfo(handle, CURLINFO_REQUEST_SIZE, &sent);
     if (sent == 0)
         fTransfer->NoteNeverSent();
     return code == CURLE_OK ? std::string() : _FailureText(code);
+}
+
+void Exchange::_TellWay(CURL* handle, CURLcode code) const {
+    const auto milliseconds = [handle](CURLINFO what) {
+        curl_off_t microseconds = 0;
+        curl_easy_getinfo(handle, what, &microseconds);
+        return microseconds == 0 ? 0 : std::max<long>(1, static_cast<long>(microseconds / 1000));
+    };
+    Way& way = *fRequest.way;
+    way.connectedMilliseconds = milliseconds(CURLINFO_CONNECT_TIME_T);
+    way.secureMilliseconds = milliseconds(CURLINFO_APPCONNECT_TIME_T);
+    way.totalMilliseconds = milliseconds(CURLINFO_TOTAL_TIME_T);
+    if (code != CURLE_OK)
+        way.problem = fProblem[0] != '\0' ? fProblem.data() : curl_easy_strerror(code);
+    curl_certinfo* certificates = nullptr;
+    if (curl_easy_getinfo(handle, CURLINFO_CERTINFO, &certificates) != CURLE_OK ||
+        certificates == nullptr || certificates->num_of_certs < 1)
+        return;
+    for (const curl_slist* line = certificates->certinfo[0]; line != nullptr; line = line->next) {
+        const std::string_view text = line->data;
+        constexpr std::string_view kNames = "X509v3 Subject Alternative Name:";
+        constexpr std::string_view kEnd = "Expire date:";
+        if (text.starts_with(kNames))
+            way.certificateNames = Trimmed(text.substr(kNames.size()));
+        else if (text.starts_with(kEnd))
+            way.certificateEnd = Trimmed(text.substr(kEnd.size()));
+    }
 }
 
 void Exchange::_AddHeader(const std::string& line) {
@@ -97,8 +127,7 @@ void Exchange::_SetUpWay(CURL* handle) {
     curl_easy_setopt(handle, CURLOPT_TIMEOUT_MS, _MillisecondsLeft());
     // The environment's proxies are the desktop's for web browsers; the gate has its own setting.
     curl_easy_setopt(handle, CURLOPT_PROXY, fSettings.outerProxy.c_str());
-    if (!fSettings.certificates.empty())
-        curl_easy_setopt(handle, CURLOPT_CAINFO, fSettings.certificates.c_str());
+    _SetUpCertificates(handle);
     if (!fRequest.family->reach.empty()) {
         const std::string& reach = fRequest.family->reach;
         fAllowed.push_back(reach.substr(0, reach.rfind(':')));
@@ -109,6 +138,17 @@ void Exchange::_SetUpWay(CURL* handle) {
         curl_easy_setopt(handle, CURLOPT_OPENSOCKETFUNCTION, &Exchange::_OnSocket);
         curl_easy_setopt(handle, CURLOPT_OPENSOCKETDATA, this);
     }
+}
+
+// With a folder of authorities beside the file the library reads the file anew for each connection,
+// which takes ten times as long as all the rest.
+void Exchange::_SetUpCertificates(CURL* handle) {
+    if (!fSettings.certificates.empty())
+        curl_easy_setopt(handle, CURLOPT_CAINFO, fSettings.certificates.c_str());
+    char* file = nullptr;
+    curl_easy_getinfo(handle, CURLINFO_CAINFO, &file);
+    if (!fSettings.certificates.empty() || (file != nullptr && access(file, R_OK) == 0))
+        curl_easy_setopt(handle, CURLOPT_CAPATH, nullptr);
 }
 
 // Never 0, which would mean no end.
@@ -127,9 +167,14 @@ void Exchange::_SetUpAnswer(CURL* handle) {
     curl_easy_setopt(handle, CURLOPT_HEADERDATA, this);
     curl_easy_setopt(handle, CURLOPT_WRITEFUNCTION, &Exchange::_OnBody);
     curl_easy_setopt(handle, CURLOPT_WRITEDATA, this);
+    curl_easy_setopt(handle, CURLOPT_BUFFERSIZE, kBufferSize);
     curl_easy_setopt(handle, CURLOPT_XFERINFOFUNCTION, &Exchange::_OnProgress);
     curl_easy_setopt(handle, CURLOPT_XFERINFODATA, this);
     curl_easy_setopt(handle, CURLOPT_NOPROGRESS, 0L);
+    if (fRequest.way) {
+        curl_easy_setopt(handle, CURLOPT_CERTINFO, 1L);
+        curl_easy_setopt(handle, CURLOPT_ERRORBUFFER, fProblem.data());
+    }
 }
 
 // A head may follow on another ("100 Continue"): only the last one counts.
@@ -175,14 +220,20 @@ size_t Exchange::_OnBody(char* bytes, size_t size, size_t count, void* self) {
     return exchange->fWasTooLong ? 0 : size * count;
 }
 
+// Called whenever the library has taken what was there, and each second.
 int Exchange::_OnProgress(void* self, curl_off_t, curl_off_t, curl_off_t, curl_off_t) {
-    return static_cast<Exchange*>(self)->fMustStop() ? 1 : 0;
+    const Exchange* exchange = static_cast<Exchange*>(self);
+    exchange->fTransfer->Tell();
+    return exchange->fMustStop() ? 1 : 0;
 }
 
 // Here every look-up and every redirect has been made: what is refused is the address itself.
 curl_socket_t Exchange::_OnSocket(void* self, curlsocktype, curl_sockaddr* address) {
     Exchange* exchange = static_cast<Exchange*>(self);
-    if (IsKeptAway(address->addr, exchange->fAllowed)) {
+    const bool isKeptAway = IsKeptAway(address->addr, exchange->fAllowed);
+    if (const auto& way = exchange->fRequest.way)
+        way->addresses.push_back({AddressText(address->addr), isKeptAway});
+    if (isKeptAway) {
         exchange->fWasKeptAway = true;
         return CURL_SOCKET_BAD;
     }

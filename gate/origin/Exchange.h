@@ -4,6 +4,7 @@
 
 #include <curl/curl.h>
 
+#include <array>
 #include <functional>
 #include <string>
 
@@ -25,12 +26,14 @@ public:
 private:
     void _SetUp(CURL* handle);
     void _SetUpWay(CURL* handle);
+    void _SetUpCertificates(CURL* handle);
     void _SetUpAnswer(CURL* handle);
     long _MillisecondsLeft() const;
     void _AddHeader(const std::string& line);
     void _TakeHeaderLine(std::string_view line);
     void _FinishHead();
     std::string _FailureText(CURLcode code) const;
+    void _TellWay(CURL* handle, CURLcode code) const;
 
     static size_t _OnHeader(char* bytes, size_t size, size_t count, void* self);
     static size_t _OnBody(char* bytes, size_t size, size_t count, void* self);
@@ -48,6 +51,7 @@ private:
     size_t fHeadSize = 0;
     bool fWasKeptAway = false;
     bool fWasTooLong = false;
+    std::array<char, CURL_ERROR_SIZE> fProblem = {};
 };
 
 } // namespace gate

@@ -11,6 +11,8 @@ namespace gate {
 
 namespace {
 
+constexpr size_t kMostUnused = 2 << 20;
+
 std::string KeyOf(const OriginRequest& request) {
     std::string key = request.family->name + " " + request.host + request.path + " " +
                       std::to_string(request.rangeStart) + " " +
@@ -76,8 +78,9 @@ void Origin::_Run(const OriginRequest& request, const std::string& key,
     if (auto running = fRunning.find(key); running != fRunning.end() && running->second == transfer)
         fRunning.erase(running);
     fThreads--;
-    if (fThreads == 0)
-        malloc_trim(0);    // an idle gate is small again after a busy moment
+    // An idle gate is small again after a busy moment.
+    if (fThreads == 0 && mallinfo2().fordblks > kMostUnused)
+        malloc_trim(0);
     fChanged.notify_all(); // under the lock: the waiting end may take all this away
 }
 

@@ -2,6 +2,7 @@
 
 #include "origin/HostRests.h"
 #include "origin/Transfer.h"
+#include "origin/Way.h"
 #include "settings/GateSettings.h"
 
 #include <condition_variable>
@@ -26,8 +27,9 @@ struct OriginRequest {
     bool takesCompressed = false;
     std::vector<std::string> headers; // more lines, "Name: value"
     bool isPost = false;
-    std::string body;  // of a post
-    Deadline endsBy{}; // the transfer fails then, where the settings don't end it earlier
+    std::string body;         // of a post
+    Deadline endsBy{};        // the transfer fails then, where the settings don't end it earlier
+    std::shared_ptr<Way> way; // filled in before the end; null: nobody looks
 };
 
 // The way to the servers: TLS with its certificates checked, no redirect followed, no address of

@@ -1,6 +1,12 @@
 #include "origin/Transfer.h"
 
+#include <algorithm>
+
 namespace gate {
+
+namespace {
+constexpr size_t kMostExpected = 1 << 20; // whatever a server says of its answer's length
+}
 
 const std::string* OriginHead::Find(std::string_view name) const {
     for (auto header = headers.rbegin(); header != headers.rend(); ++header) {
@@ -44,9 +50,9 @@ OriginHead Transfer::Head() const {
     return fHead;
 }
 
-std::string Transfer::Body(size_t offset) const {
+std::string Transfer::Body(size_t offset, size_t most) const {
     std::lock_guard guard(fMutex);
-    return offset < fBody.size() ? fBody.substr(offset) : std::string();
+    return offset < fBody.size() ? fBody.substr(offset, most) : std::string();
 }
 
 std::string Transfer::Failure(const std::string& otherwise) const {
@@ -64,9 +70,18 @@ bool Transfer::Append(std::string_view bytes, size_t most) {
     std::lock_guard guard(fMutex);
     if (bytes.size() > most - fBody.size())
         return false;
+    if (fBody.empty() && fHead.length > 0)
+        fBody.reserve(std::min({static_cast<size_t>(fHead.length), most, kMostExpected}));
     fBody.append(bytes);
-    fChanged.notify_all();
+    fIsNews = true;
     return true;
+}
+
+void Transfer::Tell() {
+    std::lock_guard guard(fMutex);
+    if (fIsNews)
+        fChanged.notify_all();
+    fIsNews = false;
 }
 
 void Transfer::End(State state, const std::string& failure) {

@@ -42,7 +42,8 @@ public:
 
     State Now() const;
     OriginHead Head() const;
-    std::string Body(size_t offset = 0) const; // what has come behind the offset
+    // What has come behind the offset, as far as `most` goes.
+    std::string Body(size_t offset = 0, size_t most = std::string::npos) const;
     // Why it failed, for the user, in UTF-8; `otherwise` when it did not.
     std::string Failure(const std::string& otherwise = "") const;
     // Whether anything of the request may have reached the server. True until the end tells.
@@ -50,7 +51,10 @@ public:
 
     // The receiver.
     void SetHead(OriginHead head);
-    bool Append(std::string_view bytes, size_t most); // false when it would be too much
+    // False when it would be too much. Readers are told of what came by Tell, or at the end: a fast
+    // server's answer comes in many small pieces.
+    bool Append(std::string_view bytes, size_t most);
+    void Tell();
     void End(State state, const std::string& failure = "");
     void NoteNeverSent(); // before the end
 
@@ -63,6 +67,7 @@ private:
     // Guarded by fMutex
     OriginHead fHead;
     std::string fBody;
+    bool fIsNews = false; // that nobody was told of
     State fState = State::kReceiving;
     bool fMayHaveBeenSent = true;
     std::string fFailure;

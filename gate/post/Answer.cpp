@@ -25,14 +25,13 @@ bool Holds(std::string_view text, const std::vector<std::string>& words) {
 }
 
 // The word of a comment like "<!-- 2ch_X:cookie -->".
-std::string CommentWord(const std::string& utf8) {
-    constexpr std::string_view kMark = "_X:";
+std::string CommentWord(const std::string& utf8, const AnswerMarks& marks) {
     for (size_t at = utf8.find("<!--"); at != utf8.npos; at = utf8.find("<!--", at + 1)) {
         std::string_view comment = std::string_view(utf8).substr(at, 64);
         comment = comment.substr(0, comment.find("-->"));
-        const size_t mark = comment.find(kMark);
+        const size_t mark = comment.find(marks.commentMark);
         if (mark != comment.npos)
-            return std::string(Trimmed(comment.substr(mark + kMark.size())));
+            return std::string(Trimmed(comment.substr(mark + marks.commentMark.size())));
     }
     return "";
 }
@@ -113,12 +112,11 @@ void AddMeaning(const Signs& signs, PostAnswer* answer) {
 }
 
 // "[Broken NAME]" behind a code.
-void AddBrokenCookie(std::string_view code, PostAnswer* answer) {
-    constexpr std::string_view kBroken = "[Broken ";
-    const size_t at = code.find(kBroken);
-    if (at == code.npos)
+void AddBrokenCookie(std::string_view code, const AnswerMarks& marks, PostAnswer* answer) {
+    const size_t at = code.find(marks.brokenMark);
+    if (at == code.npos || marks.brokenMark.empty())
         return;
-    code.remove_prefix(at + kBroken.size());
+    code.remove_prefix(at + marks.brokenMark.size());
     const std::string_view name = code.substr(0, code.find(']'));
     if (!name.empty() && name.size() < code.size())
         answer->brokenCookies.emplace_back(name);
@@ -143,7 +141,7 @@ PostAnswer JudgeAnswer(const PostReply& reply, const AnswerMarks& marks) {
     const Signs signs{reply,
                       marks,
                       TitleOf(page),
-                      CommentWord(utf8),
+                      CommentWord(utf8, marks),
                       std::string(code.substr(0, code.find(' '))),
                       answer.words.substr(0, answer.words.find('\n')),
                       HasRefresh(page),
@@ -151,7 +149,7 @@ PostAnswer JudgeAnswer(const PostReply& reply, const AnswerMarks& marks) {
                       FindClass(page.Root(), marks.proofs) != nullptr};
     answer.outcome = Judge(signs);
     AddMeaning(signs, &answer);
-    AddBrokenCookie(code, &answer);
+    AddBrokenCookie(code, marks, &answer);
     if (answer.outcome == Outcome::kConfirmation)
         answer.form = FormToSend(forms);
     return answer;

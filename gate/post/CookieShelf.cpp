@@ -10,6 +10,7 @@ CookieRules RulesOf(const Family& family) {
     CookieRules rules;
     for (const std::string& host : family.hosts)
         rules.domains.push_back(host.starts_with("*.") ? host.substr(2) : host);
+    rules.dropped = family.droppedCookies;
     rules.wanted = family.wantedCookies;
     return rules;
 }

@@ -35,7 +35,7 @@ struct CookieRules {
     // The family's own: a cookie of any other domain is neither kept nor sent.
     std::vector<std::string> domains;
     // Never kept: marks that servers give to whom they suspect, or that only pages use.
-    std::vector<std::string> dropped{"BAN", "PON"};
+    std::vector<std::string> dropped;
     // Sent in any case, empty if there is no such cookie.
     std::vector<std::string> wanted;
 };

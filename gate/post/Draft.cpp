@@ -16,20 +16,6 @@ std::optional<std::string> PrefixOf(std::string_view path) {
     return std::nullopt;
 }
 
-bool UsesBbsCgi(const Family& family) {
-    return family.Post() == PostKind::kBbs || family.Post() == PostKind::kUtf8;
-}
-
-// "/PREFIX" of a board "PREFIX/NAME".
-std::string FolderOf(const std::string& board) {
-    const size_t slash = board.rfind('/');
-    return slash == board.npos ? "" : "/" + board.substr(0, slash);
-}
-
-std::string NameOf(const std::string& board) {
-    return board.substr(board.rfind('/') + 1); // npos + 1 is 0
-}
-
 } // namespace
 
 std::optional<Draft> ReadDraft(const Settings& settings, const Request& request) {
@@ -53,28 +39,15 @@ std::optional<Draft> ReadDraft(const Settings& settings, const Request& request)
 }
 
 FormShape ShapeOf(const Family& family) {
-    switch (family.Post()) {
-    case PostKind::kUtf8: return Utf8Shape();
-    case PostKind::kRawmode: return RawmodeShape();
-    case PostKind::kOfflaw: return OfflawShape();
-    case PostKind::kBbs: break;
-    }
-    return BbsCgiShape();
+    return family.form.value_or(DefaultShape(family.Post()));
 }
 
 std::string ScriptPath(const ThreadAddress& thread) {
-    if (UsesBbsCgi(*thread.family))
-        return FolderOf(thread.board) + "/test/bbs.cgi";
-    if (thread.family->Post() == PostKind::kRawmode)
-        return "/bbs/write.cgi/" + thread.board + "/" + thread.key + "/";
-    return "/bbs/write.cgi";
+    return FillIn(ShapeOf(*thread.family).path, thread);
 }
 
 std::string ThreadPagePath(const ThreadAddress& thread) {
-    if (UsesBbsCgi(*thread.family))
-        return FolderOf(thread.board) + "/test/read.cgi/" + NameOf(thread.board) + "/" +
-               thread.key + "/";
-    return "/bbs/read.cgi/" + thread.board + "/" + thread.key + "/";
+    return FillIn(ShapeOf(*thread.family).page, thread);
 }
 
 std::string SchemeOf(const Family& family) {

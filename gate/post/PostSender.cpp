@@ -21,10 +21,10 @@ std::string ValueIn(const OriginHead& head, std::string_view name) {
     return value == nullptr ? "" : *value;
 }
 
-PostAnswer Judge(const OriginHead& head, const std::string& body) {
-    const std::string code = ValueIn(head, "x-chx-error");
-    const std::string number = ValueIn(head, "x-resnum");
-    return JudgeAnswer({static_cast<int>(head.status), body, code, number});
+PostAnswer Judge(const OriginHead& head, const std::string& body, const AnswerMarks& marks) {
+    const std::string code = ValueIn(head, marks.codeHeader);
+    const std::string number = ValueIn(head, marks.numberHeader);
+    return JudgeAnswer({static_cast<int>(head.status), body, code, number}, marks);
 }
 
 std::string WhyUnclear(const OutgoingPost& post, const OriginHead& head, const Transfer& transfer) {
@@ -78,7 +78,7 @@ SentPost PostSender::Send(const OutgoingPost& post, Deadline deadline) {
         return sent;
     }
     if (head.status != 0)
-        sent.answer = Judge(head, transfer->Body());
+        sent.answer = Judge(head, transfer->Body(), fShop.settings.answerMarks);
     _TakeCookies(post, head, &sent);
     // Of a cut answer only the good news counts.
     const bool isPosted = sent.answer.outcome == PostAnswer::Outcome::kPosted;

@@ -47,44 +47,8 @@ std::optional<ProgramPost> ParseProgramPost(std::string_view body) {
     return ProgramPost{name.value_or(""), mail.value_or(""), *message, *board, *key};
 }
 
-FormShape BbsCgiShape() {
-    return {{{"FROM", "$name"},
-             {"mail", "$mail"},
-             {"MESSAGE", "$message"},
-             {"bbs", "$bbs"},
-             {"key", "$key"},
-             {"time", "$time"},
-             {"submit", "書き込む"},
-             {"oekaki_thread1", ""}}};
-}
-
-FormShape Utf8Shape() {
-    FormShape shape = BbsCgiShape();
-    shape.fields.pop_back();
-    shape.fields.back().second = "書";
-    shape.charset = Charset::kUtf8;
-    return shape;
-}
-
-FormShape RawmodeShape() {
-    FormShape shape = OfflawShape();
-    shape.fields.insert(shape.fields.begin(), {"DIR", "$dir"});
-    shape.charset = Charset::kEucJp;
-    return shape;
-}
-
-FormShape OfflawShape() {
-    return {{{"BBS", "$bbs"},
-             {"KEY", "$key"},
-             {"TIME", "$time"},
-             {"NAME", "$name"},
-             {"MAIL", "$mail"},
-             {"MESSAGE", "$message"},
-             {"submit", "書き込む"}}};
-}
-
 std::string MakeFirstBody(const ProgramPost& post, const FormShape& shape, Seconds now) {
-    const FormPairs fillings = Fillings(post, now - shape.timeBefore);
+    const FormPairs fillings = Fillings(post, now - shape.secondsBefore);
     FormPairs pairs;
     for (const auto& [name, value] : shape.fields) {
         const std::string text = ValueOf(fillings, value).value_or(ToCp932(value, Charset::kUtf8));

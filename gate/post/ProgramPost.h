@@ -1,14 +1,12 @@
 #pragma once
 
-#include "convert/Encodings.h"
 #include "post/Cookies.h"
 #include "post/FormBody.h"
+#include "settings/Marks.h"
 
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 namespace gate {
 
@@ -23,21 +21,7 @@ struct ProgramPost {
 // Nothing when a field is missing that every post has.
 std::optional<ProgramPost> ParseProgramPost(std::string_view body);
 
-// The form that a family wants first, as a browser would send its pages' own; it may stand in the
-// settings. A value is a text, or one of "$name", "$mail", "$message", "$time", "$key", "$bbs" (the
-// board's own name) and "$dir" (the folder that it stands in).
-struct FormShape {
-    std::vector<std::pair<std::string, std::string>> fields; // UTF-8, in the browser's order
-    Charset charset = Charset::kCp932;
-    // Servers look for a form that was shown some time ago.
-    Seconds timeBefore = 30;
-};
-
-FormShape BbsCgiShape();
-FormShape Utf8Shape();
-FormShape RawmodeShape(); // EUC-JP, boards in folders
-FormShape OfflawShape();
-
+// The form that a family wants first, filled in.
 std::string MakeFirstBody(const ProgramPost& post, const FormShape& shape, Seconds now);
 
 } // namespace gate

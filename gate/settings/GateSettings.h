@@ -1,6 +1,9 @@
 #pragma once
 
+#include "settings/Marks.h"
+
 #include <cstddef>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,14 +18,6 @@ enum class FamilyKind {
     kOfflaw   // offlaw.cgi
 };
 
-// The form in which a family takes posts.
-enum class PostKind {
-    kBbs,     // bbs.cgi, Shift_JIS
-    kUtf8,    // bbs.cgi, UTF-8
-    kRawmode, // write.cgi, EUC-JP, boards in folders
-    kOfflaw   // write.cgi, Shift_JIS
-};
-
 // Where a thread may be found once its dat has gone. {host}, {board}, {key}, {key4} and {key5} (the
 // key's first digits) stand for the thread's.
 struct ArchivePlace {
@@ -34,7 +29,8 @@ struct ArchivePlace {
 struct Family {
     std::string name;
     FamilyKind kind = FamilyKind::kDat;
-    std::vector<std::string> hosts; // "5ch.example", or "*.5ch.example" for all below it
+    Charset charset = Charset::kCp932; // UTF-8: dats may be in it; else they never are
+    std::vector<std::string> hosts;    // "5ch.example", or "*.5ch.example" for all below it
     bool usesTls = true;
     std::string reach; // "address:port" that is connected to whatever the host; empty: look it up
     struct Renaming {
@@ -43,8 +39,11 @@ struct Family {
     std::vector<Renaming> renamed;
     std::vector<ArchivePlace> archives;
     std::vector<long> droppedStatuses{301, 302, 303, 307, 308, 403, 404, 410};
-    int pauseMilliseconds = 0;              // between two requests to one host
-    std::optional<PostKind> post;           // none: what goes with the kind
+    int pauseMilliseconds = 0; // between two requests to one host
+    std::vector<std::string> droppedErrors{"STORAGE IN", "NOT FOUND"}; // ends of rawmode's "ERROR"
+    std::optional<PostKind> post;                          // none: what goes with the kind
+    std::optional<FormShape> form;                         // none: the post's kind as it is shipped
+    std::vector<std::string> droppedCookies{"BAN", "PON"}; // never kept
     std::vector<std::string> wantedCookies; // sent with a post in any case, empty if not there
     // Where rawmode and offlaw give a thread from its first post, and from number {first} on.
     std::string wholePath, restPath;
@@ -70,6 +69,11 @@ struct Settings {
     long listSeconds = 5;    // a board's list is not asked for more often
     size_t mostBytes = 16 << 20;
     std::vector<std::string> challengeMarks; // texts of a page that asks whether one is human
+    std::vector<std::string> challengeHeaders{"cf-mitigated"};
+    PageMarks pageMarks;
+    MenuMarks menuMarks;
+    AnswerMarks answerMarks;
+    std::map<PostKind, FormShape> forms = DefaultShapes();
     std::vector<std::string> portalHosts;
     std::vector<std::string> menus;
     std::vector<Family> families;

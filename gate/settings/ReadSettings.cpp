@@ -1,92 +1,12 @@
 #include "settings/GateSettings.h"
+#include "settings/ReadMarks.h"
+#include "settings/Section.h"
 
 #include <algorithm>
-#include <map>
-#include <optional>
-#include <sstream>
-#include <stdexcept>
-
-#define TOML_EXCEPTIONS 0
-#include <toml++/toml.h>
 
 namespace gate {
 
 namespace {
-
-// What stands at a key is not what the key takes.
-struct WrongValue : std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
-
-std::string Place(const toml::source_region& source) {
-    std::ostringstream text;
-    text << (source.path ? *source.path : std::string()) << ":" << source.begin.line;
-    return text.str();
-}
-
-[[noreturn]] void Refuse(const toml::node& node, const std::string& why) {
-    throw WrongValue(Place(node.source()) + ": " + why);
-}
-
-// Takes the keys of one table; what is left in the end is not known.
-class Section {
-public:
-    Section(const toml::table& table, std::string name) : fTable(table), fName(std::move(name)) {}
-
-    const toml::node* Take(std::string_view key) {
-        fTaken.emplace_back(key);
-        return fTable.get(key);
-    }
-    void Text(std::string_view key, std::string* value) {
-        if (const toml::node* node = Take(key))
-            *value = TextOf(*node);
-    }
-    template <typename Number>
-    void Whole(std::string_view key, int64_t least, int64_t most, Number* value) {
-        const toml::node* node = Take(key);
-        if (node == nullptr)
-            return;
-        const std::optional<int64_t> number = node->value_exact<int64_t>();
-        if (!number || *number < least || *number > most)
-            Refuse(*node, std::string(key) + " takes a number from " + std::to_string(least) +
-                              " to " + std::to_string(most));
-        *value = static_cast<Number>(*number);
-    }
-    void Texts(std::string_view key, std::vector<std::string>* values) {
-        const toml::node* node = Take(key);
-        if (node == nullptr)
-            return;
-        values->clear();
-        ForEach(*node, key, [&](const toml::node& item) { values->push_back(TextOf(item)); });
-    }
-    template <typename Call>
-    void ForEach(const toml::node& node, std::string_view key, Call call) {
-        const toml::array* items = node.as_array();
-        if (items == nullptr)
-            Refuse(node, std::string(key) + " takes a list");
-        for (const toml::node& item : *items)
-            call(item);
-    }
-    void Remark(std::vector<std::string>* remarks) const {
-        for (const auto& [key, node] : fTable) {
-            if (std::find(fTaken.begin(), fTaken.end(), key.str()) == fTaken.end())
-                remarks->push_back(Place(node.source()) + ": \"" + std::string(key.str()) +
-                                   "\" is no key of " + fName);
-        }
-    }
-
-    static std::string TextOf(const toml::node& node) {
-        const std::optional<std::string> text = node.value_exact<std::string>();
-        if (!text)
-            Refuse(node, "a text in quotes is wanted here");
-        return *text;
-    }
-
-private:
-    const toml::table& fTable;
-    const std::string fName;
-    std::vector<std::string> fTaken;
-};
 
 class SettingsReader {
 public:
@@ -94,29 +14,25 @@ public:
         : fSettings(settings), fRemarks(remarks) {}
 
     void Read(const toml::table& file) {
-        Section top(file, "the file");
-        _Table(&top, "gate", [this](Section* section) { _ReadGate(section); });
-        _Table(&top, "origin", [this](Section* section) { _ReadOrigin(section); });
-        _Table(&top, "portal", [this](Section* section) { _ReadPortal(section); });
+        Section top(file, "");
+        top.Table("gate", fRemarks, [this](Section* section) { _ReadGate(section); });
+        top.Table("origin", fRemarks, [this](Section* section) { _ReadOrigin(section); });
+        top.Table("portal", fRemarks, [this](Section* section) { _ReadPortal(section); });
+        top.Table("page", fRemarks,
+                  [this](Section* section) { ReadPageMarks(section, &fSettings->pageMarks); });
+        top.Table("answer", fRemarks, [this](Section* section) {
+            ReadAnswerMarks(section, fRemarks, &fSettings->answerMarks);
+        });
+        top.Table("form", fRemarks,
+                  [this](Section* section) { ReadForms(section, fRemarks, &fSettings->forms); });
         if (const toml::node* families = top.Take("family"))
             top.ForEach(*families, "family", [this](const toml::node& node) { _ReadFamily(node); });
+        for (Family& family : fSettings->families)
+            family.form = fSettings->forms[family.Post()];
         top.Remark(fRemarks);
     }
 
 private:
-    template <typename Call>
-    void _Table(Section* top, std::string_view name, Call call) {
-        const toml::node* node = top->Take(name);
-        if (node == nullptr)
-            return;
-        const toml::table* table = node->as_table();
-        if (table == nullptr)
-            Refuse(*node, "[" + std::string(name) + "] is wanted here");
-        Section section(*table, "[" + std::string(name) + "]");
-        call(&section);
-        section.Remark(fRemarks);
-    }
-
     void _ReadGate(Section* section) {
         section->Whole("port", 1, 65535, &fSettings->port);
         section->Whole("connections", 1, 1024, &fSettings->connections);
@@ -132,6 +48,7 @@ private:
         section->Whole("transfer_seconds", 1, 600, &fSettings->transferSeconds);
         section->Whole("list_seconds", 0, 3600, &fSettings->listSeconds);
         section->Texts("challenge_marks", &fSettings->challengeMarks);
+        section->Texts("challenge_headers", &fSettings->challengeHeaders);
         size_t megabytes = fSettings->mostBytes >> 20;
         section->Whole("most_megabytes", 1, 64, &megabytes);
         fSettings->mostBytes = megabytes << 20;
@@ -140,6 +57,7 @@ private:
     void _ReadPortal(Section* section) {
         section->Texts("hosts", &fSettings->portalHosts);
         section->Texts("menus", &fSettings->menus);
+        section->Texts("other_hosts", &fSettings->menuMarks.otherHosts);
     }
 
     Family* _FindFamily(const std::string& name) {
@@ -153,18 +71,20 @@ private:
     }
 
     void _ReadFamily(const toml::node& node) {
-        const toml::table* table = node.as_table();
-        if (table == nullptr)
-            Refuse(node, "[[family]] is wanted here");
-        Section section(*table, "[[family]]");
+        Section section(TableOf(node, "[family]"), "[family]");
         std::string name;
         section.Text("name", &name);
         if (name.empty())
             Refuse(node, "a family needs a name");
         Family* family = _FindFamily(name);
         _ReadKind(&section, family);
-        _ReadPost(&section, family);
+        if (const toml::node* post = section.Take("post"))
+            family->post = PostKindOf(*post);
+        if (const toml::node* charset = section.Take("charset"))
+            family->charset = CharsetOf(*charset);
         section.Texts("wanted_cookies", &family->wantedCookies);
+        section.Texts("dropped_cookies", &family->droppedCookies);
+        section.Texts("dropped_errors", &family->droppedErrors);
         section.Texts("hosts", &family->hosts);
         section.Text("reach", &family->reach);
         section.Text("whole_path", &family->wholePath);
@@ -183,7 +103,7 @@ private:
 
     static void _ReadKind(Section* section, Family* family) {
         if (const toml::node* node = section->Take("kind")) {
-            const std::string kind = Section::TextOf(*node);
+            const std::string kind = TextOf(*node);
             if (kind != "dat" && kind != "rawmode" && kind != "offlaw")
                 Refuse(*node, "kind is \"dat\", \"rawmode\" or \"offlaw\"");
             family->kind = kind == "dat"       ? FamilyKind::kDat
@@ -191,25 +111,11 @@ private:
                                                : FamilyKind::kOfflaw;
         }
         if (const toml::node* node = section->Take("scheme")) {
-            const std::string scheme = Section::TextOf(*node);
+            const std::string scheme = TextOf(*node);
             if (scheme != "https" && scheme != "http")
                 Refuse(*node, "scheme is \"https\" or \"http\"");
             family->usesTls = scheme == "https";
         }
-    }
-
-    static void _ReadPost(Section* section, Family* family) {
-        const toml::node* node = section->Take("post");
-        if (node == nullptr)
-            return;
-        static const std::map<std::string, PostKind> kKinds = {{"bbs", PostKind::kBbs},
-                                                               {"utf8", PostKind::kUtf8},
-                                                               {"rawmode", PostKind::kRawmode},
-                                                               {"offlaw", PostKind::kOfflaw}};
-        const auto known = kKinds.find(Section::TextOf(*node));
-        if (known == kKinds.end())
-            Refuse(*node, "post is \"bbs\", \"utf8\", \"rawmode\" or \"offlaw\"");
-        family->post = known->second;
     }
 
     static void _ReadRenamed(Section* section, Family* family) {
@@ -221,7 +127,7 @@ private:
             Refuse(*node, "renamed takes { \"old name\" = \"present name\" }");
         family->renamed.clear();
         for (const auto& [old, present] : *names)
-            family->renamed.push_back({LowerCase(old.str()), LowerCase(Section::TextOf(present))});
+            family->renamed.push_back({LowerCase(old.str()), LowerCase(TextOf(present))});
     }
 
     static void _ReadArchives(Section* section, Family* family) {
@@ -235,8 +141,7 @@ private:
             const toml::node* page = place != nullptr ? place->get("page") : nullptr;
             if ((dat == nullptr) == (page == nullptr))
                 Refuse(item, "archives takes { dat = \"…\" } and { page = \"…\" }");
-            family->archives.push_back(
-                {Section::TextOf(dat != nullptr ? *dat : *page), page != nullptr});
+            family->archives.push_back({TextOf(dat != nullptr ? *dat : *page), page != nullptr});
         });
     }
 
@@ -250,7 +155,7 @@ bool ReadSettings(const std::string& path, Settings* settings, std::string* erro
                   std::vector<std::string>* remarks) {
     const toml::parse_result file = toml::parse_file(path);
     if (!file) {
-        *error = Place(file.error().source()) + ": " + std::string(file.error().description());
+        *error = LineOf(file.error().source()) + ": " + std::string(file.error().description());
         return false;
     }
     try {

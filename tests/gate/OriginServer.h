@@ -7,12 +7,14 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cstdlib>
 #include <cstring>
 #include <functional>
 #include <mutex>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <vector>
 
@@ -25,7 +27,8 @@ class OriginServer {
 public:
     // Given for an answer: nothing is sent, and the connection stays until the client closes it.
     static constexpr const char* kSilence = "(silence)";
-
+    // Within an answer: waits there until told to go on.
+    static constexpr std::string_view kHold = "<wait here>";
     using Script = std::function<std::string(const std::string& request)>;
 
     explicit OriginServer(Script script) : fScript(std::move(script)) {
@@ -53,6 +56,7 @@ public:
         std::lock_guard guard(fMutex);
         fScript = std::move(script);
     }
+    void GoOn() { fGoes++; }
     std::vector<std::string> Requests() const {
         std::lock_guard guard(fMutex);
         return fRequests;
@@ -94,8 +98,17 @@ private:
             _WaitForClient(handle);
             reply.clear();
         }
+        int holds = 0;
         for (size_t at = 0; at < reply.size() && !fIsEnding;) {
-            const ssize_t count = send(handle, reply.data() + at, reply.size() - at, MSG_NOSIGNAL);
+            const size_t stop = std::min(reply.find(kHold, at), reply.size());
+            if (stop == at) {
+                while (fGoes <= holds && !fIsEnding)
+                    poll(nullptr, 0, 5);
+                at += kHold.size();
+                holds++;
+                continue;
+            }
+            const ssize_t count = send(handle, reply.data() + at, stop - at, MSG_NOSIGNAL);
             if (count <= 0)
                 break;
             at += static_cast<size_t>(count);
@@ -122,6 +135,7 @@ private:
     const int fListener = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
     int fPort = 0;
     std::atomic<bool> fIsEnding{false};
+    std::atomic<int> fGoes{0}; // holds that are over
     mutable std::mutex fMutex;
     // Guarded by fMutex
     Script fScript;

@@ -23,8 +23,8 @@ struct GateAnswer {
     std::string Header(const std::string& name) const { return HeaderOf(head, name); }
 };
 
-// Sends bytes to a port of this machine and reads until the end.
-inline GateAnswer Exchange(int port, const std::string& bytes) {
+// Sends bytes to a port of this machine and reads until the end. `isAll`: the sender's end is told.
+inline GateAnswer Exchange(int port, const std::string& bytes, bool isAll = false) {
     const int handle = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
     sockaddr_in address = {};
     address.sin_family = AF_INET;
@@ -33,6 +33,8 @@ inline GateAnswer Exchange(int port, const std::string& bytes) {
     std::string all;
     if (connect(handle, reinterpret_cast<sockaddr*>(&address), sizeof(address)) == 0) {
         send(handle, bytes.data(), bytes.size(), MSG_NOSIGNAL);
+        if (isAll)
+            shutdown(handle, SHUT_WR);
         char piece[4096];
         for (ssize_t count; (count = recv(handle, piece, sizeof(piece), 0)) > 0;)
             all.append(piece, static_cast<size_t>(count));

@@ -107,7 +107,7 @@ protected:
         if (process == 0) {
             setenv("ITAMORI_GATE_PORT", std::to_string(port).c_str(), 1);
             setenv("XDG_DATA_HOME", (fFolder / "data").c_str(), 1);
-            setenv("PATH", "/usr/bin:/bin", 1);
+            setenv("PATH", (fFolder / "bin:/usr/bin:/bin").c_str(), 1);
             const std::string launcher = fFolder / "itamori-launch";
             execl(launcher.c_str(), launcher.c_str(), name.c_str(), nullptr);
             _exit(127);
@@ -171,7 +171,7 @@ TEST_F(Installed, AFirstStartTurnsTheProxyOnAndNamesAPortal) {
     EXPECT_TRUE(Proxy().use);
     EXPECT_EQ(Proxy().host, "localhost");
     EXPECT_EQ(Proxy().port, std::to_string(port.number));
-    EXPECT_EQ(Portal(), "# remark\nportal_host = menu.5ch.io\nsearch_page = x\n");
+    EXPECT_NE(Portal().find("\nportal_host = menu.5ch.io\nsearch_page = x\n"), std::string::npos);
 }
 
 TEST_F(Installed, SettingsOfTheUsersOwnStay) {
@@ -184,7 +184,39 @@ TEST_F(Installed, SettingsOfTheUsersOwnStay) {
     Set(false, "localhost", port.number);
     Launch("off", port.number);
     EXPECT_FALSE(Proxy().use);
+    EXPECT_FALSE(Port::Answers(port.number));
     EXPECT_NE(Portal().find(kShipped), std::string::npos);
+}
+
+// Without the gate the real portal's answer would become the board menu.
+TEST_F(Installed, ARealPortalIsNamedOnlyWhileTheGateIsTheProxy) {
+    const Port port(false);
+    const std::string shipped = Portal();
+    Launch("first", port.number);
+    const std::string named = Portal();
+    End("first");
+    Set(false, "localhost", port.number);
+    Launch("off", port.number);
+    EXPECT_EQ(Portal(), shipped);
+    End("off");
+    Set(true, "localhost", port.number);
+    Launch("on", port.number);
+    EXPECT_EQ(Portal(), named);
+    End("on");
+    // One of the user's own.
+    fFolder.Write("bbs/services.txt", "portal_host = menu.5ch.io\n");
+    Set(true, "proxy.example", port.number);
+    Launch("own", port.number);
+    EXPECT_EQ(Portal(), "portal_host = menu.5ch.io\n");
+}
+
+// Nobody can tell it to end its gate.
+TEST_F(Installed, AKilledLauncherLeavesNoGateBehind) {
+    const Port port(false);
+    Launch("first", port.number);
+    kill(fRunning[0].second, SIGKILL);
+    EXPECT_TRUE(WaitUntil([&] { return !Port::Answers(port.number); }));
+    EXPECT_EQ(End("first"), 128 + SIGKILL);
 }
 
 TEST_F(Installed, ATakenPortIsLeftForTheNextFreeOne) {
@@ -214,6 +246,36 @@ TEST_F(Installed, WithoutAGateTheProgramStartsAllTheSame) {
     fs::remove(fFolder / "itamori-gate");
     fs::remove(fFolder / "itamori-setup");
     Launch("second", port.number);
+}
+
+// A manager of services that has the gate's, at a port that it listens on itself.
+TEST_F(Installed, WhereSystemdHasTheGateItsSocketIsUsed) {
+    const Port port(true);
+    fFolder.Write("bin/systemctl",
+                  "#!/bin/sh\ncase $* in\n*ExecStart*) echo \"{ path=" + fFolder.Path() +
+                      "/itamori-gate ; argv[]=x }\" ;;\n*Listen*) echo \"127.0.0.1:" +
+                      std::to_string(port.number) +
+                      " (Stream)\" ;;\n*'--user start itamori-gate.socket') : >\"$0.started\" ;;\n"
+                      "esac\n");
+    fs::permissions(fFolder / "bin/systemctl", fs::perms::owner_all);
+    Launch("first", port.number);
+    EXPECT_TRUE(fFolder.Has("bin/systemctl.started"));
+    EXPECT_EQ(Proxy().port, std::to_string(port.number));
+    EXPECT_FALSE(fFolder.Has("data/itamori-gate/log")); // no gate of the launcher's
+    fPort = 0;
+}
+
+TEST_F(Installed, TheUnitsAreGood) {
+    if (system("command -v systemd-analyze >/dev/null") != 0)
+        GTEST_SKIP() << "there is no systemd";
+    const std::string make =
+        "cd " + fFolder.Path() +
+        " && mkdir -p units lib/itamori && cp itamori-gate lib/itamori/ && cp " UNITS
+        "/itamori-gate.socket units/ && sed \"s|@CMAKE_INSTALL_PREFIX@|$PWD|\" " UNITS
+        "/itamori-gate.service.in >units/itamori-gate.service && "
+        "XDG_RUNTIME_DIR=$PWD systemd-analyze verify --user --man=no units/* >said 2>&1";
+    EXPECT_EQ(system(make.c_str()), 0);
+    EXPECT_EQ(fFolder.Read("said"), "");
 }
 
 TEST_F(Installed, WhatTheLauncherIsToldGoesToTheProgram) {

@@ -44,6 +44,14 @@ protected:
     TestGate fGate{&fOrigin, &Become};
 };
 
+TEST_F(Raw, TheProgramsOldRowsOfADatBoardAreToldWhereToLook) {
+    fGate.Settings().families[0].kind = gate::FamilyKind::kDat;
+    const GateAnswer answer = fGate.Get("/bbs/read.cgi?BBS=news&KEY=1012345678&START=1");
+    EXPECT_EQ(answer.status, 404);
+    EXPECT_NE(answer.reason.find(".dat"), std::string::npos) << answer.reason;
+    EXPECT_TRUE(fOrigin.Requests().empty());
+}
+
 TEST_F(Raw, AThreadIsADatThatGrowsByExactlyTheNewLines) {
     const GateAnswer first = fGate.Get(kPath);
     EXPECT_EQ(first.status, 200);

@@ -1,5 +1,7 @@
 #include "gate/TestGate.h"
 
+#include <array>
+
 namespace {
 
 constexpr const char* kPath = "/news/dat/1012345678.dat";
@@ -162,6 +164,115 @@ TEST(Dat, AnAnswerWithoutItsEndIsCutOffAndNeverCompleted) {
     EXPECT_EQ(gate.Get(kPath).status, 502);
 }
 
+// Whatever part of the answer comes, the program gets a part of the log or words, and nothing that
+// is cut passes for whole.
+TEST(Dat, AnAnswerCutAtAnyByteIsNeverTakenForWhole) {
+    const std::string file = Line(1) + Line(2, std::string(20, 'x'));
+    const std::string first = Line(1);
+    OriginServer origin(Honest(file));
+    TestGate gate(&origin);
+    const std::string whole = Reply("200 OK", file, kDated);
+    const std::string chunked =
+        "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n3\r\na<>\r\n2\r\n \n\r\n0\r\n\r\n";
+    const std::string part = Honest(file)(
+        "GET x HTTP/1.1\r\nRange: bytes=" + std::to_string(first.size() - 1) + "-\r\n\r\n");
+    struct CutCase {
+        std::string answer, all; // what the gate would give of it
+        size_t end;              // from here on nothing is missing
+    };
+    const CutCase kCases[] = {{whole, file, whole.size()},
+                              {part, file.substr(first.size()), part.size()},
+                              {chunked, "a<> \n", chunked.size() - 2}};
+    for (const CutCase& now : kCases) {
+        for (size_t length = 0; length < now.end; length++) {
+            SCOPED_TRACE(std::to_string(length) + " of " + now.answer);
+            origin.Become(
+                [sent = now.answer.substr(0, length)](const std::string&) { return sent; });
+            const GateAnswer got =
+                now.answer == part ? gate.GetRest(kPath, first.size()) : gate.Get(kPath);
+            if (got.status == 200 || got.status == 206) {
+                EXPECT_EQ(got.Header("Content-Length"), std::to_string(now.all.size()));
+                EXPECT_TRUE(now.all.starts_with(got.body)) << got.body;
+                EXPECT_LT(got.body.size(), now.all.size());
+            } else {
+                EXPECT_GE(got.status, 500) << got.head;
+                EXPECT_EQ(got.body, got.reason + "\n");
+            }
+        }
+    }
+    origin.Become(Honest(file));
+    EXPECT_EQ(gate.GetRest(kPath, first.size()).body, file.substr(first.size()));
+}
+
+TEST(Dat, OddButWholeAnswersComeThrough) {
+    const std::string longLine = Line(1, std::string(8192, 'x') + " ");
+    const std::string broken = Line(1, "\xE3\x81 \xFF\x81 ");
+    const std::string kFiles[] = {longLine, broken, "<>" + Line(1), "</b>name <b>" + Line(1)};
+    for (const std::string& file : kFiles) {
+        // With a second answer behind the first, and a label that is wrong.
+        OriginServer origin([&](const std::string&) {
+            return Reply("200 OK", file, "Content-Type: text/html; charset=utf-8\r\n") +
+                   Reply("200 OK", "x");
+        });
+        TestGate gate(&origin);
+        EXPECT_EQ(gate.Get(kPath).body, file);
+    }
+}
+
+// A connection of the program's that has asked for the thread.
+int AskFor(const TestGate& gate) {
+    const int handle = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_in address = {};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    address.sin_port = htons(static_cast<in_port_t>(gate.Port()));
+    EXPECT_EQ(connect(handle, reinterpret_cast<sockaddr*>(&address), sizeof(address)), 0);
+    const std::string request = std::string("GET http://board.example") + kPath +
+                                " HTTP/1.1\r\nHost: board.example\r\n\r\n";
+    send(handle, request.data(), request.size(), MSG_NOSIGNAL);
+    return handle;
+}
+
+TEST(Dat, WhatHasComeIsGivenWithoutWaitingForTheRest) {
+    const std::string hold(OriginServer::kHold);
+    const std::string whole = Reply("200 OK", kThree);
+    const std::string answer =
+        whole.substr(0, whole.size() - Lines(2, 3).size()) + hold + Line(2) + hold + Line(3);
+    OriginServer origin([&](const std::string&) { return answer; });
+    TestGate gate(&origin, [](gate::Settings* settings) { settings->transferSeconds = 5; });
+    const int handle = AskFor(gate);
+    std::string got;
+    std::array<char, 4096> piece;
+    const auto receive = [&] {
+        const ssize_t count = recv(handle, piece.data(), piece.size(), 0);
+        got.append(piece.data(), static_cast<size_t>(std::max<ssize_t>(count, 0)));
+        return count > 0;
+    };
+    for (const int line : {1, 2, 3}) {
+        while (!got.ends_with(Line(line)) && receive()) {
+        }
+        EXPECT_TRUE(got.ends_with(Lines(1, line))) << got;
+        origin.GoOn();
+    }
+    close(handle);
+}
+
+// With one connection at a time, the next is served when the first one has ended.
+TEST(Dat, AClientThatGoesAwayHoldsNothingForLong) {
+    OriginServer origin([](const std::string& request) {
+        return PathOf(request) == kPath ? std::string(OriginServer::kHold)
+                                        : Reply("200 OK", "1012345678.dat<>a (1)\n");
+    });
+    TestGate gate(&origin, [](gate::Settings* settings) {
+        settings->connections = 1;
+        settings->transferSeconds = 1;
+    });
+    close(AskFor(gate));
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(gate.Get("/news/subject.txt").status, 200);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+}
+
 struct WordsCase {
     const char* name;
     std::string answer;
@@ -172,6 +283,10 @@ struct WordsCase {
 TEST(Dat, WhatIsNoLogIsToldInWordsAndNeverGivenAsOne) {
     const WordsCase kCases[] = {
         {"a portal's page", Reply("200 OK", "<!DOCTYPE html><p>login</p>"), 502, "ページ"},
+        {"a portal's page, in its own way",
+         Reply("200 OK", "<script>location='http://login/'</script>"), 502, "ページ"},
+        {"a portal's words", Reply("200 OK", "please log in\n"), 502, "ページ"},
+        {"nothing in it", Reply("200 OK", ""), 502, ""},
         {"a challenge", Reply("403 Forbidden", "<title>Just a moment...</title>"), 503, "人間"},
         {"tired", Reply("503 Busy", "x", "Retry-After: 60\r\n"), 503, "混雑"},
         {"broken", Reply("500 Oops", "x"), 502, "500"},
@@ -181,7 +296,7 @@ TEST(Dat, WhatIsNoLogIsToldInWordsAndNeverGivenAsOne) {
         {"a loop", Reply("302 Found", "", std::string("Location: ") + kPath + "\r\n"), 404, ""},
         {"elsewhere", Reply("302 Found", "", "Location: http://evil.test/news/dat/1.dat\r\n"), 404,
          ""},
-        {"too long", "HTTP/1.1 200 OK\r\n\r\n" + std::string(2 << 20, 'x'), 502, "大きすぎ"}};
+        {"too long", "HTTP/1.1 200 OK\r\n\r\na<>" + std::string(2 << 20, 'x'), 502, "大きすぎ"}};
     for (const WordsCase& now : kCases) {
         SCOPED_TRACE(now.name);
         OriginServer origin([&](const std::string&) { return now.answer; });
@@ -282,6 +397,29 @@ TEST_F(Drop, IsReadFromTheServersPagesWhenTheyShowTheWholeThread) {
     EXPECT_EQ(answer.status, 200);
     EXPECT_EQ(std::count(answer.body.begin(), answer.body.end(), '\n'), 3);
     EXPECT_TRUE(answer.body.starts_with("name<>")) << answer.body;
+}
+
+// The program's length stands for lines: what the server counts is another.
+TEST(Dat, InUtf8IsGivenInTheProgramsCharsetAndGoesOnBehindItsLines) {
+    const std::string one = "名<>sage<>2026<> \u00e9 😀 https://a/ <>題\n";
+    const std::string two = "名<>sage<>2026<> 二 <>\n";
+    const std::string oneCoded = "\x96\xBC<>sage<>2026<> &#233; (U+1F600)  http://a/ <>\x91\xE8\n";
+    const std::string twoCoded = "\x96\xBC<>sage<>2026<> \x93\xF1 <>\n";
+    OriginServer origin(Honest(one));
+    const auto change = [](gate::Settings* settings) {
+        settings->families[0].charset = gate::Charset::kUtf8;
+    };
+    TestGate gate(&origin, change);
+    EXPECT_EQ(gate.Get(kPath).body, oneCoded);
+    EXPECT_EQ(gate.GetRest(kPath, oneCoded.size(), kDate).status, 304);
+    origin.Become(Honest(one + two + two.substr(0, 2))); // which the server is just writing
+    EXPECT_EQ(gate.GetRest(kPath, oneCoded.size(), kDate).body, twoCoded);
+    EXPECT_EQ(gate.GetRest(kPath, oneCoded.size() + twoCoded.size(), kDate).status, 304);
+    EXPECT_EQ(HeaderOf(origin.Requests().back(), "Range"), "");
+    EXPECT_EQ(gate.GetRest(kPath, 7).status, 416);
+    // A board of the family in the usual charset stays as it is.
+    origin.Become(Honest(twoCoded));
+    EXPECT_EQ(gate.Get("/other/dat/1012345678.dat").body, twoCoded);
 }
 
 TEST(Dat, AMovedDatIsFollowedToTheSamePathOnly) {

@@ -20,7 +20,7 @@ TEST(List, InUtf8BecomesTheProgramsCharset) {
     OriginServer origin(
         [](const std::string&) { return Reply("200 OK", "1012345678.dat<>スレ😀 (12)\n"); });
     TestGate gate(&origin);
-    EXPECT_EQ(gate.Get(kList).body.substr(0, 20), kRow.substr(0, 20));
+    EXPECT_EQ(gate.Get(kList).body, kRow.substr(0, 20) + "(U+1F600) (12)\n");
 }
 
 TEST(List, IsNotAskedForMoreOftenThanTheSettingsSay) {
@@ -78,6 +78,8 @@ TEST(List, ThatCannotBeHadIsToldInWords) {
         {"a stranger", Reply("302 Found", "", "Location: http://evil.test/\r\n"), 502, "知らない"},
         {"home", Reply("302 Found", "", "Location: http://127.0.0.1/\r\n"), 502, "知らない"},
         {"a page", Reply("200 OK", "<html>"), 502, "ページ"},
+        {"a page, in its own way", Reply("200 OK", "<script>x</script>"), 502, "ページ"},
+        {"a challenge", Reply("503 Busy", "", "CF-Mitigated: challenge\r\n"), 502, "人間"},
         {"cut", "HTTP/1.1 200 OK\r\nContent-Length: 99\r\n\r\nx", 502, "切れ"},
         {"a bomb", Reply("200 OK", Bomb(), "Content-Encoding: gzip\r\n"), 502, "大きすぎ"}};
     for (const FailureCase& now : kCases) {
@@ -127,8 +129,9 @@ TEST(Menu, TheLastGoodOneStandsInForAnyThatIsNone) {
     gate.End();
     gate.Start();
     for (const std::string& answer :
-         {std::string(), Reply("200 OK", "<html>login</html>"), Reply("503 Busy", kMenu),
-          Reply("200 OK", kMenu.substr(0, 60)),
+         {std::string(), Reply("200 OK", "<html>login</html>"),
+          Reply("200 OK", "<b>Hotel</b><a href=http://portal.test/login/>log in</a>"),
+          Reply("503 Busy", kMenu), Reply("200 OK", kMenu.substr(0, 60)),
           Reply("302 Found", "", "Location: http://x/\r\n")}) {
         origin.Become([&](const std::string&) { return answer; });
         EXPECT_EQ(Menu(&gate).body, good.body) << answer;

@@ -2,6 +2,7 @@
 
 #include "front/Doorkeeper.h"
 
+#include <sys/resource.h>
 #include <sys/wait.h>
 
 namespace {
@@ -102,25 +103,52 @@ TEST_F(Front, AHeadRequestGetsTheHeadAlone) {
     EXPECT_EQ(answer.body, "");
 }
 
-TEST_F(Front, MoreConnectionsThanItServesAreAllAnswered) {
+int Connect(int port) {
+    const int handle = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_in address = {};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    address.sin_port = htons(static_cast<in_port_t>(port));
+    EXPECT_EQ(connect(handle, reinterpret_cast<sockaddr*>(&address), sizeof(address)), 0);
+    return handle;
+}
+
+TEST_F(Front, AThousandConnectionsBesideIdleOnesAreAllAnswered) {
+    rlimit most = {};
+    getrlimit(RLIMIT_NOFILE, &most);
+    most.rlim_cur = most.rlim_max;
+    setrlimit(RLIMIT_NOFILE, &most);
     std::vector<int> idle;
-    for (int i = 0; i < 60; i++) {
-        idle.push_back(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
-        sockaddr_in address = {};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        address.sin_port = htons(static_cast<in_port_t>(fGate.Port()));
-        connect(idle.back(), reinterpret_cast<sockaddr*>(&address), sizeof(address));
+    for (int i = 0; i < 60; i++)
+        idle.push_back(Connect(fGate.Port()));
+    const std::string request = "GET " + kList + " HTTP/1.1\r\n" + kHost + "\r\n";
+    std::vector<int> askers;
+    for (int i = 0; i < 1000; i++) {
+        askers.push_back(Connect(fGate.Port()));
+        send(askers.back(), request.data(), request.size(), MSG_NOSIGNAL);
     }
-    std::vector<std::thread> askers;
-    std::atomic<int> good{0};
-    for (int i = 0; i < 100; i++)
-        askers.emplace_back([&] { good += fGate.Get("/news/subject.txt").status == 200; });
-    for (std::thread& asker : askers)
-        asker.join();
-    EXPECT_EQ(good, 100);
-    for (int handle : idle)
+    int good = 0;
+    for (const int handle : askers) {
+        std::string answer(4096, '\0');
+        const ssize_t count = recv(handle, answer.data(), answer.size(), MSG_WAITALL);
+        answer.resize(static_cast<size_t>(std::max<ssize_t>(count, 0)));
+        good += answer.starts_with("HTTP/1.1 200") && answer.ends_with("1012345678.dat<>a (1)\n");
         close(handle);
+    }
+    EXPECT_EQ(good, 1000);
+    for (const int handle : idle)
+        close(handle);
+}
+
+TEST_F(Front, ARequestThatEndsEarlyIsNone) {
+    const std::string request = "POST http://board.example/test/bbs.cgi HTTP/1.1\r\n" + kHost +
+                                "Content-Length: 3\r\n\r\na=b";
+    for (size_t length = 0; length < request.size(); length++) {
+        const GateAnswer answer = Exchange(fGate.Port(), request.substr(0, length), true);
+        EXPECT_EQ(answer.status, 400) << length;
+        EXPECT_EQ(answer.body, answer.reason + "\n") << length;
+    }
+    EXPECT_TRUE(fOrigin.Requests().empty());
 }
 
 // The child speaks as another user and returns the first byte of the status.

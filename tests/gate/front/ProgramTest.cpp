@@ -67,6 +67,7 @@ TEST(Program, UnderstandsItsWordsOrSaysWhatItDoesNot) {
     const std::string wrong = folder.Write("wrong.toml", "[gate]\n\nport = \"x\"\n");
     const WordsCase kCases[] = {{{"--help"}, 0, "--config FILE"},
                                 {{"--version"}, 0, "itamori-gate 0."},
+                                {{"--check", "none.example"}, 1, "it can't be read"},
                                 {{"--port"}, 2, "--port"},
                                 {{"--port", "70000"}, 2, "70000"},
                                 {{"--fast"}, 2, "--fast"},

@@ -31,16 +31,18 @@ TEST(ProgramPost, EveryFamilyGetsItsOwnForm) {
         FormShape shape;
         const char* body;
     } kCases[] = {
-        {gate::BbsCgiShape(),
+        {gate::DefaultShape(gate::PostKind::kBbs),
          "FROM=%82%A0&mail=sage&MESSAGE=%82%A0%81%60+%26%0D%0Ab&bbs=12&key=1699999999&"
          "time=1700000000&submit=%8F%91%82%AB%8D%9E%82%DE&oekaki_thread1="},
-        {gate::Utf8Shape(), "FROM=%E3%81%82&mail=sage&MESSAGE=%E3%81%82%EF%BD%9E+%26%0D%0Ab&bbs=12&"
-                            "key=1699999999&time=1700000000&submit=%E6%9B%B8"},
-        {gate::RawmodeShape(),
+        {gate::DefaultShape(gate::PostKind::kUtf8),
+         "FROM=%E3%81%82&mail=sage&MESSAGE=%E3%81%82%EF%BD%9E+%26%0D%0Ab&bbs=12&"
+         "key=1699999999&time=1700000000&submit=%E6%9B%B8"},
+        {gate::DefaultShape(gate::PostKind::kRawmode),
          "DIR=game&BBS=12&KEY=1699999999&TIME=1700000000&NAME=%A4%A2&MAIL=sage&"
          "MESSAGE=%A4%A2%A1%C1+%26%0D%0Ab&submit=%BD%F1%A4%AD%B9%FE%A4%E0"},
-        {gate::OfflawShape(), "BBS=12&KEY=1699999999&TIME=1700000000&NAME=%82%A0&MAIL=sage&"
-                              "MESSAGE=%82%A0%81%60+%26%0D%0Ab&submit=%8F%91%82%AB%8D%9E%82%DE"},
+        {gate::DefaultShape(gate::PostKind::kOfflaw),
+         "BBS=12&KEY=1699999999&TIME=1700000000&NAME=%82%A0&MAIL=sage&"
+         "MESSAGE=%82%A0%81%60+%26%0D%0Ab&submit=%8F%91%82%AB%8D%9E%82%DE"},
     };
     for (const auto& item : kCases)
         EXPECT_EQ(gate::MakeFirstBody(*gate::ParseProgramPost(kBody), item.shape, kNow), item.body);
