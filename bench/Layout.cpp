@@ -2,6 +2,7 @@
 #include "Parts.h"
 #include "Posts.h"
 
+#include "noise/NoiseFilter.h"
 #include "views/NPTextView.h"
 
 #include <AppDefs.h>
@@ -40,6 +41,19 @@ private:
     NPTextView* fView;
 };
 
+// Of the kinds that users write; what most of them name does not come.
+std::shared_ptr<const NoiseFilter> MakeFilter() {
+    NoiseRules rules;
+    for (int i = 0; i < 100; i++) {
+        NoiseRule rule;
+        rule.kind = static_cast<NoiseKind>(i % 3);
+        rule.isPattern = i % 10 == 0;
+        rule.text = "宣伝" + std::to_string(i) + (rule.isPattern ? "(です|だ)+" : "");
+        rules.list.push_back(rule);
+    }
+    return std::make_shared<const NoiseFilter>(rules, "h.example/b");
+}
+
 void AddPosts(LockedView& view, const std::vector<BodyPost>& posts) {
     for (size_t i = 0; i < posts.size(); i++) {
         const SamplePost& post = posts[i].post;
@@ -49,11 +63,14 @@ void AddPosts(LockedView& view, const std::vector<BodyPost>& posts) {
         view->addDateItem(post.date.c_str());
         view->addArticleItem(posts[i].body.c_str());
         view->addLineFeed();
+        view->PostHasCome();
     }
 }
 
-double LayOut(const std::vector<BodyPost>& posts) {
+double LayOut(const std::vector<BodyPost>& posts,
+              const std::shared_ptr<const NoiseFilter>& filter = nullptr) {
     LockedView view;
+    view->SetNoise("h.example/b", filter);
     const double start = ThreadTime();
     AddPosts(view, posts);
     view->TextHeight(0, view->CountLines() - 1);
@@ -77,6 +94,8 @@ int32 Run(void* data) {
     LayOut(posts); // warms the fonts
     const int rounds = count >= kManyPosts ? kFewRounds : kMostRounds;
     PrintResult("warm", BestOf(rounds, "layout", [&] { return LayOut(posts); }));
+    const std::shared_ptr<const NoiseFilter> filter = MakeFilter();
+    PrintResult("noise", BestOf(rounds, "noise", [&] { return LayOut(posts, filter); }));
     MeasureMemory(posts);
     be_app->PostMessage(B_QUIT_REQUESTED);
     return 0;

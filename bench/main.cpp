@@ -77,6 +77,8 @@ void CompareLayout(Table& table, const std::string& self, Results& document) {
     Results thousand = RunPart(self, {"layout", "1000"});
     table.Add("lay out 1,000 posts", "ms", thousand["warm"], document["warm"], Compare::kRatio,
               1 / 15.0);
+    table.Add("the same with 100 rules (yardstick: without)", "ms", thousand["noise"],
+              thousand["warm"], Compare::kDifference, 5);
     for (const int count : {10000, 100000}) {
         Results more = RunPart(self, {"layout", std::to_string(count)});
         const std::string name = std::to_string(count) + " posts, ";
