@@ -1,5 +1,5 @@
-#include "interface/fonts/ScriptShaping.h"
 #include "interface/text/LineBreaking.h"
+#include "interface/fonts/ScriptShaping.h"
 #include "support/Utf8.h"
 
 #include <gtest/gtest.h>
