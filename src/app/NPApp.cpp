@@ -223,6 +223,9 @@ void NPApp::_OpenThread(BMessage* message, uint32 selection) {
     select.AddString("dat", dat);
     select.AddString("url", url);
     select.AddString("title", title);
+    int32 jump = 0;
+    if (message->FindInt32("jump", &jump) == B_OK)
+        select.AddInt32("jump", jump);
     window.SendMessage(&select);
 }
 

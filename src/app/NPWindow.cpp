@@ -8,6 +8,7 @@
 #include "views/NPBoardView.h"
 #include "views/NPProgressView.h"
 #include "views/NPThreadView.h"
+#include "windows/NPCacheSearchWindow.h"
 #include "windows/NPNoiseWindow.h"
 #include "windows/WriteWindowSlots.h"
 
@@ -117,6 +118,7 @@ void NPWindow::MessageReceived(BMessage* message) {
 
     // Search and preferences
     case kMsgOpenPrefs: OpenPrefsWindow(); break;
+    case kMsgOpenCacheSearch: NPCacheSearchWindow::Open(); break;
     case kMsgOpenNoise: NPNoiseWindow::Open(); break;
     case kMsgOpenSearch: _OpenSearch(); break;
     case kMsgSearchStep: _SearchStep(message); break;

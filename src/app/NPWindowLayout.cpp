@@ -50,6 +50,7 @@ constexpr MenuEntry kMenus[] = {
     {"ファイル", "終了", B_QUIT_REQUESTED, 'Q', Target::kApplication},
     {"編集", "検索", kMsgOpenSearch, 'S', Target::kWindow},
     {"編集", nullptr, 0, 0, Target::kWindow},
+    {"編集", "キャッシュから探す", kMsgOpenCacheSearch, 0, Target::kWindow},
     {"編集", "NG", kMsgOpenNoise, 0, Target::kWindow},
     {"ブックマーク", "一覧", kMsgListBookmarks, 'B', Target::kWindow},
     {"ブックマーク", "巡回", kMsgStartPatrol, 0, Target::kWindow},

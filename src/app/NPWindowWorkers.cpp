@@ -210,6 +210,9 @@ void NPWindow::ThreadSelectedCache(BMessage* message) {
         return;
     _NameWindow(message);
     _StartThread(std::move(job), getArticleCache, "getArticleCache");
+    int32 post = 0;
+    if (message->FindInt32("jump", &post) == B_OK)
+        fArticleView->GoTo(post);
 }
 
 // What is on show, and what is under way, stays.

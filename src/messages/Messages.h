@@ -14,7 +14,7 @@ constexpr uint32 kMsgFontChanged = 'mFCH';    // "family", "style", "size" float
 constexpr uint32 kMsgWindowClosed = 'mWQT';   // every browser window as it closes
 constexpr uint32 kMsgBusyCursor = 'mTMC';     // workers: "cursor" bool
 constexpr uint32 kMsgThreadInWindow = 'mTNW'; // window: "frame", "dat", "url", "title", "parent"
-constexpr uint32 kMsgThreadInWindowCached = 'mTCW';
+constexpr uint32 kMsgThreadInWindowCached = 'mTCW'; // also "jump" int32: a post's number
 constexpr uint32 kMsgBoardInWindow = 'mBNW'; // window: "frame", "board", "url"
 constexpr uint32 kMsgBoardInWindowCached = 'mBNC';
 constexpr uint32 kMsgNoiseChanged = 'mNGC'; // whoever changes the rules that hide posts; broadcast
@@ -45,6 +45,12 @@ constexpr uint32 kMsgOpenBookmarkFolder = 'mBME';
 constexpr uint32 kMsgOpenPrefs = 'mPPG';
 constexpr uint32 kMsgOpenSearch = 'mSRQ';
 constexpr uint32 kMsgOpenNoise = 'mNGO';
+constexpr uint32 kMsgOpenCacheSearch = 'mCSO';
+
+// To the cache-search window, from its worker: "port", "files" int32, and of each match "host",
+// "board", "dat", "title", "line" strings, "number" int32, "modified" int64.
+constexpr uint32 kMsgCacheMatches = 'mCSM';
+constexpr uint32 kMsgCacheSearched = 'mCSE'; // "port", "files" int32, "limited" bool
 
 // Between a browser window and its search window.
 constexpr uint32 kMsgSearchStep = 'mSBG';   // to the browser: "thread", "article" bool, "text"

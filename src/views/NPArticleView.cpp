@@ -126,6 +126,7 @@ void NPArticleView::ShowThread(port_id request, const char* url, const char* dat
     fUrl = url;
     fDat = dat;
     fRequest = request;
+    fGoTo = 0;
     _UseNoise();
 }
 
@@ -240,9 +241,18 @@ void NPArticleView::_AddPost(int32 number, const _ArticleOut& article) {
 
 void NPArticleView::_EndThread(int32 count) {
     _ShowTitle((fTitle + " (" + std::to_string(count) + ")").c_str());
-    ReadBarPosition();
+    _ReturnOrGo();
     fHasEnded = true;
     _NoteNoise();
+}
+
+void NPArticleView::_ReturnOrGo() {
+    const int32 offset = fGoTo > 0 ? fTextView->ArticleAt(fGoTo) : -1;
+    fGoTo = 0;
+    if (offset >= 0)
+        fTextView->RestorePlace(fTextView->PointAt(offset).y);
+    else
+        ReadBarPosition();
 }
 
 void NPArticleView::replaceBRtag(BString* text) {

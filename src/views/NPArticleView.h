@@ -33,6 +33,10 @@ public:
     // Its cached posts have come: scrolls to where the reader left them.
     void ReturnToPlace(port_id request);
 
+    // When the thread on show has come, this post is where its reader is taken; 0: to where he left
+    // it.
+    void GoTo(int32 number) { fGoTo = number; }
+
     NPTextView* TextView() const { return fTextView; }
     const char* GetTitle() const;
     const char* GetText() const;
@@ -62,6 +66,7 @@ private:
     void _Reload(Reload how);
     void _OpenWriteWindow();
     void ReloadRequest(bool fromScratch);
+    void _ReturnOrGo();
     void ReadBarPosition();
     void WriteBarPosition();
 
@@ -82,6 +87,7 @@ private:
     bool fHasTitle = false;
     bool fHasReturned = false; // to where the reader left the cached posts
     bool fHasEnded = false;    // all its posts have come
-    int32 fPosts = 0;          // that have come
+    int32 fGoTo = 0;
+    int32 fPosts = 0; // that have come
     std::string fTitle;
 };
