@@ -2,9 +2,11 @@
 
 #include "app/DefaultSettings.h"
 #include "app/NPWindow.h"
+#include "app/Session.h"
 #include "app/TimeCursors.h"
 #include "messages/Messages.h"
 #include "noise/NoiseStore.h"
+#include "settings/Habits.h"
 #include "views/BoardFiles.h"
 #include "widgets/Alerts.h"
 #include "windows/NPAboutWindow.h"
@@ -53,7 +55,49 @@ NPApp::NPApp() : BApplication(kSignature) {}
 
 void NPApp::ReadyToRun() {
     InitPrefs();
-    _OpenFirstWindow();
+    if (!_ReopenWindows())
+        _OpenFirstWindow();
+}
+
+// What they showed comes from the cache. False when there is nothing to open, or the user does not
+// want that.
+bool NPApp::_ReopenWindows() {
+    bool reopens = false;
+    BString session;
+    if (fSettings->Get(kReopensWindows, &reopens) != B_OK || !reopens ||
+        fSettings->Get(kOpenWindows, &session) != B_OK)
+        return false;
+    const std::vector<OpenWindow> windows = ReadSession(session.String());
+    for (const OpenWindow& open : windows) {
+        const BMessenger window = CreateNewWindow(open.frame, open.isThreadOnly, BMessenger());
+        BMessage board(kMsgBoardSelectedCached);
+        board.AddString("url", open.boardUrl.c_str());
+        board.AddString("board", open.boardName.c_str());
+        if (!open.boardUrl.empty())
+            window.SendMessage(&board);
+        BMessage thread(kMsgThreadSelectedCached);
+        thread.AddString("url", open.threadUrl.c_str());
+        thread.AddString("dat", open.threadDat.c_str());
+        thread.AddString("title", open.title.c_str());
+        if (!open.threadDat.empty())
+            window.SendMessage(&thread);
+    }
+    return !windows.empty();
+}
+
+// The last window that closes by itself keeps what it showed.
+void NPApp::_KeepOpenWindows() {
+    std::vector<OpenWindow> open;
+    for (int32 i = 0; BWindow* window = WindowAt(i); i++) {
+        const auto keep = [&open](BWindow* locked) {
+            if (const auto* browser = dynamic_cast<NPWindow*>(locked))
+                open.push_back(browser->AsOpen());
+            return true;
+        };
+        WithWindow(window, keep);
+    }
+    if (!open.empty())
+        fSettings->PutAt(kOpenWindows, 0, WriteSession(open).c_str());
 }
 
 void NPApp::_OpenFirstWindow() {
@@ -95,6 +139,7 @@ int32 NPApp::CheckPath(const char* name) {
 bool NPApp::QuitRequested() {
     if (fSettings == nullptr)
         return BApplication::QuitRequested();
+    _KeepOpenWindows();
     fSettings->Save();
     NoiseStore::Shared().SaveCounts();
     _DismissAlerts();
@@ -138,6 +183,7 @@ void NPApp::SetWriteWindowRect(BRect frame) {
 void NPApp::MessageReceived(BMessage* message) {
     switch (message->what) {
     case kMsgFontChanged: _ChangeFont(message); break;
+    case kMsgKeysChanged:
     case kMsgNoiseChanged: _Broadcast(*message); break;
     case kMsgToggleOnline: _ToggleOnline(message); break;
     case kMsgToggleClick: _ToggleClick(message); break;

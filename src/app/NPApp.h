@@ -40,6 +40,8 @@ public:
 private:
     void InitPrefs();
     void _OpenFirstWindow();
+    bool _ReopenWindows();
+    void _KeepOpenWindows();
     void _DismissAlerts();
     BMessenger CreateNewWindow(BRect frame, bool threadOnly, const BMessenger& parent);
     void _Broadcast(const BMessage& message);

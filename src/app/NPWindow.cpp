@@ -2,6 +2,7 @@
 
 #include "app/NPApp.h"
 #include "messages/Messages.h"
+#include "settings/Habits.h"
 #include "settings/SettingsFile.h"
 #include "views/NPArticleView.h"
 #include "views/NPBitmapButton.h"
@@ -9,6 +10,7 @@
 #include "views/NPProgressView.h"
 #include "views/NPThreadView.h"
 #include "windows/NPCacheSearchWindow.h"
+#include "windows/NPKeysWindow.h"
 #include "windows/NPNoiseWindow.h"
 #include "windows/WriteWindowSlots.h"
 
@@ -118,6 +120,10 @@ void NPWindow::MessageReceived(BMessage* message) {
 
     // Search and preferences
     case kMsgOpenPrefs: OpenPrefsWindow(); break;
+    case kMsgOpenKeys: NPKeysWindow::Open(fSettings); break;
+    case kMsgReloadThread: PostMessage(message, fArticleView); break;
+    case kMsgNextNews: _OpenNextNews(); break;
+    case kMsgKeysChanged: _UseKeys(); break;
     case kMsgOpenCacheSearch: NPCacheSearchWindow::Open(); break;
     case kMsgOpenNoise: NPNoiseWindow::Open(); break;
     case kMsgOpenSearch: _OpenSearch(); break;
@@ -172,6 +178,12 @@ int8 NPWindow::GetClickMode() const {
 int32 NPWindow::GetWriteKeyBinding() const {
     int32 binding = 0;
     return fSettings->Get("key_binding", &binding) == B_OK ? binding : 0;
+}
+
+bool NPWindow::SpaceFetches() const {
+    bool fetches = false;
+    fSettings->Get(kSpaceFetches, &fetches);
+    return fetches;
 }
 
 bool NPWindow::GetBoardExpand(const char* name) const {
@@ -242,6 +254,21 @@ bool NPWindow::QuitRequested() {
     fSearchWindow.Window().SendMessage(B_QUIT_REQUESTED);
     if (!fThreadOnly)
         _SaveLayout();
+    if (const NPApp* application = dynamic_cast<NPApp*>(be_app);
+        application != nullptr && application->IsLastWindow())
+        fSettings->PutAt(kOpenWindows, 0, WriteSession({AsOpen()}).c_str());
     be_app_messenger.SendMessage(kMsgWindowClosed);
     return BrowserWindow::QuitRequested();
+}
+
+OpenWindow NPWindow::AsOpen() const {
+    OpenWindow open;
+    open.frame = Frame();
+    open.isThreadOnly = fThreadOnly;
+    open.title = fThreadOnly ? Title() : "";
+    open.boardUrl = fBoardUrl;
+    open.boardName = fBoardName;
+    open.threadUrl = fArticleView->ThreadUrl();
+    open.threadDat = fArticleView->ThreadDat();
+    return open;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/BookmarkPatrol.h"
+#include "app/Session.h"
 #include "browser/BrowserWindow.h"
 #include "windows/WindowSlot.h"
 #include "workers/Jobs.h"
@@ -36,12 +37,14 @@ public:
     ~NPWindow() override;
 
     void MessageReceived(BMessage* message) override;
+    void DispatchMessage(BMessage* message, BHandler* handler) override;
     void MenusBeginning() override;
     bool QuitRequested() override;
 
     // See BrowserWindow.
     bool GetOnlineMode() const override;
     int8 GetClickMode() const override;
+    bool SpaceFetches() const override;
     bool GetBoardExpand(const char* name) const override;
     int32 GetFontInfo(char (*family)[64], char (*style)[64], float* size) const override;
     void OpenWriteWindow(const PostTarget& target, const char* title, int32 posts) override;
@@ -64,6 +67,9 @@ public:
     int32 GetWriteKeyBinding() const;
     // Always 0. A text that does not fit is left empty rather than cut: it would name another host.
     int32 GetProxy(bool* use, char (*host)[64], char (*port)[64]) const;
+
+    // What is needed to open it again. With the window locked.
+    OpenWindow AsOpen() const;
 
     // Whether a worker is told through its port to stop; the port is then gone, and the busy cursor
     // given back.
@@ -127,6 +133,11 @@ private:
     void _Visit(NPThreadItem* item);
     void _EndPatrol();
 
+    // Keys
+    bool _PerformKey(const BMessage& keyDown);
+    void _UseKeys();
+    void _OpenNextNews();
+
     // Search and preferences
     enum : uint8 { kSearchTitles = 1, kSearchArticle = 2 };
     void OpenPrefsWindow();
@@ -162,6 +173,8 @@ private:
     std::unique_ptr<BBitmap> fOfflineBitmap;
     std::shared_ptr<WorkerControl> fSubjectWorker; // null when there is none
     std::shared_ptr<WorkerControl> fArticleWorker;
+    std::string fBoardUrl; // of the board that was chosen last; empty before
+    std::string fBoardName;
     BookmarkPatrol fPatrol;
     WindowSlot fSearchWindow;
     int32 fSearchPosition = -1; // the row of the last match; −1: from the top

@@ -1,4 +1,5 @@
 #include "app/NPWindow.h"
+#include "commands/Commands.h"
 #include "messages/Messages.h"
 #include "settings/SettingsFile.h"
 #include "views/Icons.h"
@@ -24,40 +25,6 @@ constexpr float kStatusHeight = 24;
 constexpr float kBarThickness = 4;
 constexpr float kPaneInset = 1;
 
-enum class Target { kWindow, kApplication };
-
-// A line of the menus; one without a label is a separator.
-struct MenuEntry {
-    const char* menu;
-    const char* label;
-    uint32 code;
-    char shortcut;
-    Target target;
-};
-
-constexpr MenuEntry kMenus[] = {
-    {"ファイル", "新規ウィンドウ", kMsgNewWindow, 'N', Target::kWindow},
-    {"ファイル", "ウィンドウ切替", kMsgNextWindow, 'G', Target::kApplication},
-    {"ファイル", nullptr, 0, 0, Target::kWindow},
-    {"ファイル", "オフライン", kMsgToggleOnline, 'L', Target::kApplication},
-    {"ファイル", "シングルクリック", kMsgToggleClick, 0, Target::kApplication},
-    {"ファイル", nullptr, 0, 0, Target::kWindow},
-    {"ファイル", "板(2ch)一覧の更新", kMsgUpdateBoardMenu, 0, Target::kApplication},
-    {"ファイル", nullptr, 0, 0, Target::kWindow},
-    {"ファイル", "設定", kMsgOpenPrefs, 0, Target::kWindow},
-    {"ファイル", nullptr, 0, 0, Target::kWindow},
-    {"ファイル", "閉じる", B_QUIT_REQUESTED, 'W', Target::kWindow},
-    {"ファイル", "終了", B_QUIT_REQUESTED, 'Q', Target::kApplication},
-    {"編集", "検索", kMsgOpenSearch, 'S', Target::kWindow},
-    {"編集", nullptr, 0, 0, Target::kWindow},
-    {"編集", "キャッシュから探す", kMsgOpenCacheSearch, 0, Target::kWindow},
-    {"編集", "NG", kMsgOpenNoise, 0, Target::kWindow},
-    {"ブックマーク", "一覧", kMsgListBookmarks, 'B', Target::kWindow},
-    {"ブックマーク", "巡回", kMsgStartPatrol, 0, Target::kWindow},
-    {"ブックマーク", "フォルダを開く", kMsgOpenBookmarkFolder, 0, Target::kWindow},
-    {"ヘルプ", "…", B_ABOUT_REQUESTED, 0, Target::kApplication},
-};
-
 constexpr const char* kWidthKeys[] = {"column_no",     "column_thread",   "column_res",
                                       "column_gotten", "column_modified", "column_dat"};
 constexpr const char* kBoardColumn = "board_column"; // made by the first window that closes
@@ -78,18 +45,22 @@ void NPWindow::AddMenuBar() {
         return;
     fMenuBar = new BMenuBar(BRect(0, 0, Bounds().Width(), 20), "menubar");
     BMenu* menu = nullptr;
-    for (const MenuEntry& entry : kMenus) {
-        if (menu == nullptr || strcmp(menu->Name(), entry.menu) != 0) {
-            menu = new BMenu(entry.menu);
+    for (const Command& command : Commands()) {
+        if (command.place != Command::Place::kMenu)
+            continue;
+        if (menu == nullptr || strcmp(menu->Name(), command.menu) != 0) {
+            menu = new BMenu(command.menu);
             fMenuBar->AddItem(menu);
         }
-        if (entry.label == nullptr) {
+        if (command.id == nullptr) {
             menu->AddSeparatorItem();
             continue;
         }
-        BMenuItem* item = new BMenuItem(entry.label, new BMessage(entry.code), entry.shortcut);
+        const KeyChord key = KeyOf(*fSettings, command);
+        BMenuItem* item =
+            new BMenuItem(command.label, new BMessage(command.code), key.character, key.modifiers);
         menu->AddItem(item);
-        if (entry.target == Target::kApplication)
+        if (command.target == Command::Target::kApplication)
             item->SetTarget(be_app);
         else
             item->SetTarget(this);

@@ -172,6 +172,8 @@ void NPWindow::_StartSubject(std::unique_ptr<SubjectJob> job, Entry entry, const
     job->control = std::make_shared<WorkerControl>("subject_port");
     if (!_Replace(&fSubjectWorker, job->control))
         return;
+    fBoardUrl = job->url;
+    fBoardName = job->board;
     if (!SpawnWorker(entry, name, &job))
         fSubjectWorker.reset();
 }
@@ -277,6 +279,8 @@ void NPWindow::_ThreadComplete(BMessage* message) {
         fParent.SendMessage(message);
     if (!isOwn)
         return;
+    if (!fPatrol.IsRunning() && fArticleView->CountNew() > 0)
+        PostProgressData(("新着 " + std::to_string(fArticleView->CountNew()) + "件").c_str(), 0);
     fPatrol.StepEnded();
     fSearchIndex = 0;
 }

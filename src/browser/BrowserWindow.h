@@ -17,6 +17,8 @@ public:
     // By panes
     virtual bool GetOnlineMode() const = 0; // true without the setting
     virtual int8 GetClickMode() const = 0;  // 1 or 2
+    // Whether the Space key asks for new posts at a thread's end.
+    virtual bool SpaceFetches() const = 0;
     virtual bool GetBoardExpand(const char* name) const = 0;
     // Always 0. A text that does not fit is left empty.
     virtual int32 GetFontInfo(char (*family)[64], char (*style)[64], float* size) const = 0;

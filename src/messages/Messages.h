@@ -18,6 +18,7 @@ constexpr uint32 kMsgThreadInWindowCached = 'mTCW'; // also "jump" int32: a post
 constexpr uint32 kMsgBoardInWindow = 'mBNW'; // window: "frame", "board", "url"
 constexpr uint32 kMsgBoardInWindowCached = 'mBNC';
 constexpr uint32 kMsgNoiseChanged = 'mNGC'; // whoever changes the rules that hide posts; broadcast
+constexpr uint32 kMsgKeysChanged = 'mKYC';     // the window of keys; broadcast
 constexpr uint32 kMsgUpdateBoardMenu = 'mUBT'; // menu
 constexpr uint32 kMsgUpdateEnded =
     'mUBF'; // update window as it closes: "complete" bool; its worker: "menu" raw bytes
@@ -46,6 +47,8 @@ constexpr uint32 kMsgOpenPrefs = 'mPPG';
 constexpr uint32 kMsgOpenSearch = 'mSRQ';
 constexpr uint32 kMsgOpenNoise = 'mNGO';
 constexpr uint32 kMsgOpenCacheSearch = 'mCSO';
+constexpr uint32 kMsgOpenKeys = 'mKYO';
+constexpr uint32 kMsgNextNews = 'mNXN'; // key: the next thread with new posts
 
 // To the cache-search window, from its worker: "port", "files" int32, and of each match "host",
 // "board", "dat", "title", "line" strings, "number" int32, "modified" int64.
@@ -68,6 +71,7 @@ constexpr uint32 kMsgThreadInBrowser = 'mTOB';   // "dat", "url"
 constexpr uint32 kMsgDeleteCached = 'mTDC';      // "selection" int32, "mode" int32, "dat", "url"
 constexpr uint32 kMsgAddBookmark = 'mBMA';       // "dat", "url", "title", "selection" int32
 constexpr uint32 kMsgRemoveBookmark = 'mBMD';    // "item" pointer, "dat", "url"
+constexpr uint32 kMsgReloadThread = 'mRLD';      // article pane's button, key
 constexpr uint32 kMsgReloadFromScratch = 'mRAR'; // article pane's button
 constexpr uint32 kMsgCopyRange = 'mCTC';         // "start", "finish" int32: offsets, both included
 constexpr uint32 kMsgSearchWeb = 'mGGS';         // "start", "finish" int32 (behind it), "ja" bool

@@ -27,9 +27,6 @@
 
 namespace {
 
-// The pane's own button; the window gets kMsgThreadSelected from it.
-constexpr uint32 kMsgReload = 'mRLD';
-
 constexpr float kHeadHeight = 48;
 constexpr float kInset = 8;
 constexpr float kButtonSize = 24;
@@ -76,7 +73,7 @@ void NPArticleView::_AddButtons() {
         const BBitmap* icon;
         uint32 message;
     } buttons[kButtonCount] = {
-        {"reload", fReloadIcon.get(), kMsgReload},
+        {"reload", fReloadIcon.get(), kMsgReloadThread},
         {"reload from scratch", fScratchIcon.get(), kMsgReloadFromScratch},
         {"write", fWriteIcon.get(), kMsgOpenWriteWindow},
     };
@@ -110,7 +107,7 @@ void NPArticleView::AttachedToWindow() {
 
 void NPArticleView::MessageReceived(BMessage* message) {
     switch (message->what) {
-    case kMsgReload: _Reload(Reload::kNew); break;
+    case kMsgReloadThread: _Reload(Reload::kNew); break;
     case kMsgReloadFromScratch: _Reload(Reload::kFromScratch); break;
     case kMsgOpenWriteWindow: _OpenWriteWindow(); break;
     case kMsgFontChanged: _ChangeFont(message); break;
@@ -173,6 +170,7 @@ void NPArticleView::ReturnToPlace(port_id request) {
         return;
     ReadBarPosition();
     fHasReturned = true;
+    fPostsBefore = fPosts;
 }
 
 bool NPArticleView::_HasPlace() const {

@@ -33,6 +33,12 @@ public:
     // Its cached posts have come: scrolls to where the reader left them.
     void ReturnToPlace(port_id request);
 
+    // The thread on show; both empty before the first.
+    const std::string& ThreadUrl() const { return fUrl; }
+    const std::string& ThreadDat() const { return fDat; }
+    // How many posts the present request has brought behind the cached ones.
+    int32 CountNew() const { return fHasReturned ? fPosts - fPostsBefore : 0; }
+
     // When the thread on show has come, this post is where its reader is taken; 0: to where he left
     // it.
     void GoTo(int32 number) { fGoTo = number; }
@@ -88,6 +94,7 @@ private:
     bool fHasReturned = false; // to where the reader left the cached posts
     bool fHasEnded = false;    // all its posts have come
     int32 fGoTo = 0;
-    int32 fPosts = 0; // that have come
+    int32 fPostsBefore = 0; // in the cache
+    int32 fPosts = 0;       // that have come
     std::string fTitle;
 };

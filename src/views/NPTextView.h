@@ -135,10 +135,12 @@ private:
     void _JumpTo(const BMessage* message);
     void _CopyRange(const BMessage* message);
     bool _HandleKey(char byte);
+    void _ScrollPage(bool back);
 
     std::optional<Place> fPlace; // where the reader is while layouts change
     bool fLaysOut = false;
     bool fHasMoved = false;
+    bigtime_t fFetched = 0; // when Space last asked for new posts
     std::vector<ArticleStart> fArticles;
     PopUpStack fPopUps;
     std::string fBoard;

@@ -187,6 +187,10 @@ bool NPTextView::_HandleKey(char byte) {
         _OpenMenuByKey();
         return true;
     }
+    if (byte == B_SPACE) {
+        _ScrollPage((modifiers() & B_SHIFT_KEY) != 0);
+        return true;
+    }
     if (byte == B_HOME && raw == B_HOME)
         ScrollToOffset(0);
     else if (byte == B_END && raw == B_END)

@@ -118,6 +118,17 @@ void NPThreadView::addBookmarkItem(port_id request, int32 number, const char* ti
     fList->AddItem(item);
 }
 
+int32 NPThreadView::FindNews() const {
+    const int32 count = fList->FullListCountItems();
+    const int32 from = fList->FullListCurrentSelection();
+    for (int32 step = 1; step <= count; step++) {
+        const int32 row = (from + step) % count;
+        if (fList->ThreadAt(row)->GetColumnContentBitmap(kColumnState) == _StateIcon(kNewPosts))
+            return row;
+    }
+    return -1;
+}
+
 bool NPThreadView::FindDat(const char* dat, int32* gotten, time_t* modified) const {
     const NPUrl& url = fList->ParsedUrl();
     if (url.Status() != 0)

@@ -31,6 +31,9 @@ public:
     bool IsBookmarked(const char* dat) const;
 
     void SelectItem(int32 index);
+    // The next row with new posts on the server, behind the selected one and then from the top; −1
+    // without one.
+    int32 FindNews() const;
     // The row after this one, as they stand; null behind the last.
     NPThreadItem* GetNextItem(int32 index) { return fList->ThreadAt(index + 1); }
     int32 CountItems() const { return fList->FullListCountItems(); }

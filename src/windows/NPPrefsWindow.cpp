@@ -1,9 +1,11 @@
 #include "windows/NPPrefsWindow.h"
 
 #include "messages/Messages.h"
+#include "settings/Habits.h"
 #include "settings/SettingsFile.h"
 #include "text/Utf8Cut.h"
 #include "windows/NPFontMenu.h"
+#include "windows/NPKeysWindow.h"
 #include "windows/WindowSlot.h"
 #include "workers/Jobs.h"
 
@@ -122,6 +124,7 @@ NPPrefsWindow::NPPrefsWindow(SettingsFile* settings)
     };
     addTab(_MakeGeneralTab(page), "一般");
     addTab(_MakeNetworkTab(page), "ネットワーク");
+    addTab(_MakeReadingTab(page), "読み方");
     view->AddChild(tabs);
     _AddButtons(view);
     for (BMenu* menu : {static_cast<BMenu*>(fFontMenu), fSizeMenu, fKeyMenu})
@@ -201,6 +204,30 @@ BView* NPPrefsWindow::_MakeNetworkTab(BRect frame) {
     return base;
 }
 
+BView* NPPrefsWindow::_MakeReadingTab(BRect frame) {
+    BView* base = MakeTab(frame);
+    BRect habits = frame.OffsetToCopy(0, 0).InsetByCopy(kInset, kInset);
+    habits.bottom = habits.top + kBoxTop + 3 * kRowStep;
+    BBox* box = new BBox(habits);
+    box->SetLabel("読み方");
+    fSpaceFetches =
+        _AddHabit(box, 0, kSpaceFetches, "スペースキーで最後まで読んだら、新着を取得する");
+    fReopens = _AddHabit(box, 1, kReopensWindows, "起動したとき、前に開いていたウィンドウを開く");
+    box->AddChild(new BButton(Row(box, 2).InsetByCopy(0, 0), "keys", "キーの一覧と変更",
+                              new BMessage(kMsgOpenKeys)));
+    base->AddChild(box);
+    return base;
+}
+
+BCheckBox* NPPrefsWindow::_AddHabit(BBox* box, int32 row, const char* key, const char* label) {
+    bool isOn = false;
+    fSettings->Get(key, &isOn);
+    BCheckBox* habit = new BCheckBox(Row(box, row), key, label, nullptr);
+    habit->SetValue(isOn ? B_CONTROL_ON : B_CONTROL_OFF);
+    box->AddChild(habit);
+    return habit;
+}
+
 void NPPrefsWindow::_AddButtons(BView* view) {
     BRect frame = view->Bounds().InsetByCopy(kInset, kInset);
     frame.top = frame.bottom - kRowHeight + 1;
@@ -217,6 +244,7 @@ void NPPrefsWindow::MessageReceived(BMessage* message) {
     case kMsgFontChosen: _ChooseFont(message); break;
     case kMsgSizeChosen: _ShowSample(); break;
     case kMsgEnableProxy: _EnableProxy(); break;
+    case kMsgOpenKeys: NPKeysWindow::Open(fSettings); break;
     case kMsgAccept: _Accept(); break;
     case kMsgCancel: PostMessage(B_QUIT_REQUESTED); break;
     default: OnceWindow::MessageReceived(message);
@@ -258,6 +286,7 @@ void NPPrefsWindow::_EnableProxy() {
 void NPPrefsWindow::_Accept() {
     _StoreProxy();
     _StoreKeyBinding();
+    _StoreHabits();
     _SendFont();
     PostMessage(B_QUIT_REQUESTED);
 }
@@ -271,6 +300,17 @@ void NPPrefsWindow::_StoreProxy() {
 void NPPrefsWindow::_StoreKeyBinding() {
     if (BMenuItem* item = fKeyMenu->FindMarked())
         fSettings->Replace("key_binding", fKeyMenu->IndexOf(item));
+}
+
+// Off is what nobody has to write down.
+void NPPrefsWindow::_StoreHabits() {
+    for (const BCheckBox* habit : {fSpaceFetches, fReopens}) {
+        bool was = false;
+        fSettings->Get(habit->Name(), &was);
+        const bool isOn = habit->Value() == B_CONTROL_ON;
+        if (isOn != was)
+            fSettings->PutAt(habit->Name(), 0, isOn);
+    }
 }
 
 void NPPrefsWindow::_SendFont() {

@@ -12,10 +12,11 @@ class BTextControl;
 class NPFontMenu;
 class SettingsFile;
 
-// The preferences: article font, key bindings of the editor, proxy. "OK" writes the proxy and the
-// key bindings into the settings and sends the font to the application with kMsgFontChanged;
-// "Cancel" changes nothing. What is not among the choices, a font that is no longer installed or a
-// size of the user's own, stays as it is until another is chosen. Deletes itself.
+// The preferences: article font, key bindings of the editor, proxy, habits of reading. "OK" writes
+// the proxy, the key bindings and the habits into the settings and sends the font to the
+// application with kMsgFontChanged; "Cancel" changes nothing. What is not among the choices, a font
+// that is no longer installed or a size of the user's own, stays as it is until another is chosen.
+// Deletes itself.
 class NPPrefsWindow : public OnceWindow {
 public:
     // Brings the window to the front if there is one. The settings outlive it. Any thread.
@@ -32,6 +33,8 @@ private:
     NPFontMenu* GetFontMenu() const;
     BBox* _MakeEditorBox(BRect frame);
     BView* _MakeNetworkTab(BRect frame);
+    BView* _MakeReadingTab(BRect frame);
+    BCheckBox* _AddHabit(BBox* box, int32 row, const char* key, const char* label);
     void _AddButtons(BView* view);
     BString _Setting(const char* key) const;
 
@@ -41,6 +44,7 @@ private:
     void _Accept();
     void _StoreProxy();
     void _StoreKeyBinding();
+    void _StoreHabits();
     void _SendFont();
 
     // Constant after construction
@@ -54,4 +58,6 @@ private:
     BCheckBox* fProxy = nullptr;
     BTextControl* fHost = nullptr;
     BTextControl* fPort = nullptr;
+    BCheckBox* fSpaceFetches = nullptr;
+    BCheckBox* fReopens = nullptr;
 };
