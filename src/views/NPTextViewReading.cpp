@@ -26,7 +26,7 @@ void NPTextView::_ScrollPage(bool back) {
     bar->GetRange(&least, &most);
     const float page = std::max(Bounds().Height() - kOverlap, 1.0F);
     const float place = std::clamp(bar->Value() + (back ? -page : page), least, most);
-    if (place != bar->Value() || back) {
+    if (back || place >= bar->Value() + 1) {
         bar->SetValue(place);
         return;
     }

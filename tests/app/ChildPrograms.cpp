@@ -6,6 +6,7 @@
 #include "app/NPApp.h"
 #include "app/NPWindow.h"
 #include "messages/Messages.h"
+#include "settings/Habits.h"
 #include "support/AlertWatch.h"
 #include "views/NPBoardListView.h"
 #include "views/NPThreadView.h"
@@ -106,6 +107,47 @@ int32 ReadTheAlert(void*) {
     return 0;
 }
 
+void PrintOpen() {
+    for (int32 i = 0; i < be_app->CountWindows(); i++) {
+        auto* window = dynamic_cast<NPWindow*>(be_app->WindowAt(i));
+        server::testing::WaitUntilIdle(window);
+        Do(window, [&] {
+            const OpenWindow open = window->AsOpen();
+            printf("%s %g %g %s%s\n", open.isThreadOnly ? "thread" : "browser", open.frame.left,
+                   open.frame.top, open.title.c_str(), open.threadDat.c_str());
+        });
+    }
+}
+
+int32 LeaveOpen(void*) {
+    NPWindow* first = WaitForBrowser();
+    static_cast<NPApp*>(be_app)->Settings()->PutAt(kReopensWindows, 0, true);
+    BMessage open(kMsgThreadInWindowCached);
+    open.AddString("url", "http://h.example/news/index.html");
+    open.AddString("dat", "1700000000.dat");
+    open.AddString("title", "題");
+    BMessenger(first).SendMessage(&open);
+    if (WaitForWindows(2)) {
+        auto* second = static_cast<NPWindow*>(be_app->WindowAt(1));
+        Do(second, [&] { second->MoveTo(211, 122); });
+        server::testing::WaitUntil([&] {
+            bool isNamed = false;
+            Do(second, [&] { isNamed = second->AsOpen().title == "題"; });
+            return isNamed;
+        });
+    }
+    PrintOpen();
+    be_app_messenger.SendMessage(B_QUIT_REQUESTED);
+    return 0;
+}
+
+int32 FindOpen(void*) {
+    WaitForWindows(2);
+    PrintOpen();
+    be_app_messenger.SendMessage(B_QUIT_REQUESTED);
+    return 0;
+}
+
 // What the next start must find again.
 void Print(NPWindow* window) {
     Do(window, [&] {
@@ -165,6 +207,8 @@ const std::map<std::string, int32 (*)(void*)> kDrivers = {
     {"windows", OpenAndClose},
     {"alert", ReadTheAlert},
     {"change a setting", ChangeASetting},
+    {"leave open", LeaveOpen},
+    {"find open", FindOpen},
     {"arrange", ArrangeAndClose},
     {"report", PrintAndQuit},
     {"alert, report", ReadTheAlertAndQuit},

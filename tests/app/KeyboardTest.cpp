@@ -2,6 +2,7 @@
 #include "support/ScratchFolder.h"
 
 #include "server/DemoServer.h"
+#include "settings/Habits.h"
 #include "views/NPBoardListView.h"
 
 #include <gtest/gtest.h>
@@ -107,4 +108,60 @@ TEST_F(Keyboard, TabGoesThroughThePanesAndComesBack) {
     for (const char* name : {"thread list", "article"})
         EXPECT_NE(std::find(visited.begin(), visited.end(), name), visited.end()) << name;
     EXPECT_LT(visited.size(), 10u);
+}
+
+TEST_F(Keyboard, ReadsOn) {
+    const std::string key = fServer.Keys("walk").front();
+    OpenBoard();
+    Press(B_HOME);
+    Press(B_ENTER);
+    EXPECT_TRUE(fBrowser->WaitUntil([this] { return fBrowser->Article()->GetTitle()[0] != 0; }));
+    EXPECT_TRUE(fBrowser->WaitForStatus(""));
+    for (int i = 0; i < 5 && Focus() != "article"; i++)
+        Press(B_TAB);
+    const auto top = [this] {
+        return fBrowser->Locked([this] { return fBrowser->Article()->TextView()->Bounds().top; },
+                                -1.0f);
+    };
+    Press(B_HOME);
+    Press(B_SPACE);
+    const float page = top();
+    EXPECT_GT(page, 100);
+    Press(B_SPACE);
+    EXPECT_GT(top(), page);
+    Key(Window(), B_SPACE, B_SHIFT_KEY);
+    Settle();
+    EXPECT_EQ(top(), page);
+
+    const auto press = [this](uint32 functionKey) {
+        Key(Window(), B_FUNCTION_KEY, 0, functionKey);
+        Settle();
+    };
+    fServer.Grow("walk", key, 5);
+    press(B_F5_KEY);
+    EXPECT_TRUE(fBrowser->WaitForStatus("新着 5件"));
+    // At the end Space asks only where its user wants that, and not again at once.
+    for (const bool wants : {false, true}) {
+        fBrowser->Settings().PutAt(kSpaceFetches, 0, wants);
+        fServer.Grow("walk", key, 2);
+        Press(B_END);
+        Press(B_SPACE);
+        EXPECT_TRUE(fBrowser->WaitForStatus(wants ? "新着 4件" : "新着 5件"));
+    }
+    fServer.Grow("walk", key, 1);
+    Press(B_END);
+    Press(B_SPACE);
+    EXPECT_TRUE(fBrowser->WaitForStatus("新着 4件"));
+
+    press(B_F6_KEY);
+    EXPECT_TRUE(fBrowser->WaitForStatus("新着のあるスレッドはありません"));
+    fBrowser->SelectBoard("http://demo.itamori.example/walk/");
+    EXPECT_TRUE(fBrowser->WaitForStatus(""));
+    EXPECT_TRUE(fBrowser->WaitUntil([this] {
+        NPThreadItem* item = Threads()->ThreadAt(0);
+        return item != nullptr && item->State() == kNewPosts;
+    }));
+    // The list's own last word on the status line may come behind that of the thread.
+    press(B_F6_KEY);
+    EXPECT_TRUE(fBrowser->WaitUntil([this] { return fBrowser->Article()->CountNew() == 1; }));
 }

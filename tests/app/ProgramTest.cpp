@@ -52,6 +52,14 @@ TEST(Program, KeepsItsArrangementForTheNextStart) {
         EXPECT_TRUE(Contains(second, line)) << line << second;
 }
 
+TEST(Program, OpensWhatWasOpenWhereItsUserWantsThat) {
+    ScratchFolder folder;
+    folder.Write("2ch/2chCache/h.example/news/1700000000.dat", "a<>b<>c<>d<>t\n");
+    const std::string left = RunProgram("leave open", folder.Path());
+    EXPECT_EQ(left, "browser 50 50 \nthread 211 122 題1700000000.dat\n");
+    EXPECT_EQ(RunProgram("find open", folder.Path()), left);
+}
+
 TEST(Program, OpensSwitchesAndClosesWindowsInEveryOrder) {
     ScratchFolder folder;
     EXPECT_EQ(RunProgram("every order", folder.Path()),

@@ -67,7 +67,10 @@ public:
     }
     // The article's title ends with the count of its posts once all have come.
     bool WaitForThread(const std::string& title) {
-        return WaitUntil([&] { return title == Article()->GetTitle(); }) && WaitForStatus("");
+        return WaitUntil([&] {
+            const std::string status = Status()->Text();
+            return title == Article()->GetTitle() && (status.empty() || status.starts_with("新着"));
+        });
     }
     bool WaitForStatus(const std::string& text) {
         return WaitUntil([&] { return text == Status()->Text(); });
