@@ -231,8 +231,12 @@ void NPWindow::_ReloadBoards() {
         fBoardView->UpdateBBSMenu();
 }
 
+// A worker empties the line as its last word, before or behind its completion: what the thread has
+// brought stays on it.
 void NPWindow::PostProgressData(const char* text, int32 value) {
-    fProgressView->DrawBar(text, value);
+    if (*text != '\0')
+        fNews.clear();
+    fProgressView->DrawBar(*text != '\0' ? text : fNews.c_str(), value);
 }
 
 // The program would end with the last one: the application asks for the texts first that are not

@@ -123,6 +123,7 @@ private:
     void BookmarkSelected();
     void _BoardComplete(BMessage* message);
     void _ThreadComplete(BMessage* message);
+    void _ShowNews();
 
     // Bookmarks and their patrol
     void _ListBookmarks();
@@ -175,6 +176,7 @@ private:
     std::shared_ptr<WorkerControl> fArticleWorker;
     std::string fBoardUrl; // of the board that was chosen last; empty before
     std::string fBoardName;
+    std::string fNews; // what the thread on show has brought; empty: nothing
     BookmarkPatrol fPatrol;
     WindowSlot fSearchWindow;
     int32 fSearchPosition = -1; // the row of the last match; −1: from the top

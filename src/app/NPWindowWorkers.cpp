@@ -271,6 +271,15 @@ void NPWindow::_BoardComplete(BMessage* message) {
     fSearchPosition = -1;
 }
 
+void NPWindow::_ShowNews() {
+    const int32 count = fArticleView->CountNew();
+    if (fPatrol.IsRunning() || count <= 0)
+        return;
+    const std::string news = "新着 " + std::to_string(count) + "件";
+    PostProgressData(news.c_str(), 0);
+    fNews = news;
+}
+
 void NPWindow::_ThreadComplete(BMessage* message) {
     const bool isOwn = _EndWorker(&fArticleWorker, message);
     if (!fThreadOnly)
@@ -279,8 +288,7 @@ void NPWindow::_ThreadComplete(BMessage* message) {
         fParent.SendMessage(message);
     if (!isOwn)
         return;
-    if (!fPatrol.IsRunning() && fArticleView->CountNew() > 0)
-        PostProgressData(("新着 " + std::to_string(fArticleView->CountNew()) + "件").c_str(), 0);
+    _ShowNews();
     fPatrol.StepEnded();
     fSearchIndex = 0;
 }
