@@ -12,7 +12,7 @@ namespace gate {
 namespace {
 
 std::string LinesOfDat(const Family& family, const std::string& bytes) {
-    if (LooksLikePage(bytes) || bytes.find("<>") == std::string::npos)
+    if (!LooksLikeDat(bytes))
         return {};
     std::string lines = LogOfDat(family, bytes, -1).bytes;
     if (!lines.ends_with('\n'))

@@ -425,6 +425,9 @@ TEST_F(Drop, ToAnArchiveThatIsSilentOrWantsAProofIsTriedElsewhereOrTold) {
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
     EXPECT_EQ(late.status, 503);
     EXPECT_NE(late.reason.find("応答がまだ"), std::string::npos) << late.reason;
+    // Nor is what a network between says a log of an archive's.
+    archives(Reply("200 OK", "please log in\n<>"), Reply("404 Not Found", ""));
+    EXPECT_EQ(fGate.Get("/news/dat/1012345671.dat").status, 404);
     archives(Reply("404 Not Found", ""), Reply("403 Forbidden", "<title>Just a moment...</title>"));
     const GateAnswer proof = fGate.Get("/news/dat/1012345670.dat");
     EXPECT_EQ(proof.status, 503);
