@@ -14,7 +14,7 @@ constexpr const char* kListName = "subject.txt";
 } // namespace
 
 void Lists::Answer(const ThreadAddress& board, Responder* responder) {
-    const std::string name = board.asked + "/" + board.board;
+    const std::string name = board.host + "/" + board.board;
     List list;
     std::string failure;
     int status = 502;

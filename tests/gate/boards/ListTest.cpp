@@ -27,6 +27,7 @@ TEST(List, IsNotAskedForMoreOftenThanTheSettingsSay) {
     OriginServer origin([](const std::string&) { return Reply("200 OK", kRow); });
     TestGate gate(&origin, [](gate::Settings* settings) { settings->listSeconds = 600; });
     EXPECT_EQ(gate.Get(kList).body, gate.Get(kList).body);
+    gate.Get(kList, "", "old.test"); // an older name of the same board
     EXPECT_EQ(origin.Requests().size(), 1u);
     gate.Get("/other/subject.txt");
     EXPECT_EQ(origin.Requests().size(), 2u);
