@@ -17,8 +17,8 @@ namespace {
 
 constexpr size_t kLongestHead = 16 << 10;
 constexpr long kLongestBody = 256 << 10;
-constexpr int kHeadPatience = 10000; // milliseconds until a request must have come
-constexpr int kLastPatience = 1000;  // until a client must have closed its end
+constexpr int kHeadPatience = 8000; // milliseconds until a request must have come
+constexpr int kLastPatience = 1000; // until a client must have closed its end
 constexpr size_t kMostIgnored = 1 << 20;
 
 int64_t Now() {
