@@ -1,10 +1,12 @@
-// Threads and lists of the families that have interfaces of their own.
+// Threads and lists of the families that have interfaces of their own, and the search for a post in
+// any family's thread.
 #include "FuzzLines.h"
 
 #include "convert/OfflawLines.h"
 #include "convert/RawmodeLines.h"
 #include "convert/SubjectList.h"
 #include "convert/Words.h"
+#include "post/ThreadSearch.h"
 
 namespace {
 
@@ -25,5 +27,8 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size) {
     ClaimLines(gate::ParseOfflaw(text).posts);
     for (const auto charset : {gate::Charset::kCp932, gate::Charset::kEucJp, gate::Charset::kUtf8})
         ReadList(text, charset);
+    for (const auto kind :
+         {gate::FamilyKind::kDat, gate::FamilyKind::kRawmode, gate::FamilyKind::kOfflaw})
+        gate::HoldsPost(text, kind, {"", "", "text", "board", "1712000000"}, 1712000000);
     return 0;
 }

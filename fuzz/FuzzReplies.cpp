@@ -41,8 +41,10 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size) {
     const std::string text = TextOf(data, size);
     const size_t end = std::min(text.find('\n'), text.size());
     const std::string_view body = std::string_view(text).substr(std::min(end + 1, text.size()));
+    gate::AnswerMarks marks;
+    marks.codes = {{"E3000", "invalid", "ticket"}};
     const gate::PostAnswer answer =
-        gate::JudgeAnswer({200, body, std::string_view(text).substr(0, end), ""});
+        gate::JudgeAnswer({200, body, std::string_view(text).substr(0, end), ""}, marks);
     Claim(body.starts_with(answer.page), "a page is shown byte for byte");
     ClaimRefusal(answer.words);
     const gate::HtmlTree page(gate::ToUtf8(body, gate::Charset::kUtf8));

@@ -5,12 +5,14 @@
 #include "convert/SameLength.h"
 #include "origin/Location.h"
 
+#include <algorithm>
+
 namespace gate {
 
 namespace {
 
 std::string LinesOfDat(const Family& family, const std::string& bytes) {
-    if (LooksLikePage(bytes) || bytes.find("<>") == std::string::npos)
+    if (!LooksLikeDat(bytes))
         return {};
     std::string lines = LogOfDat(family, bytes, -1).bytes;
     if (!lines.ends_with('\n'))
@@ -26,20 +28,49 @@ std::string LinesOfPage(const std::string& bytes, const PageMarks& marks) {
     return SameLengthRewritten(LinesOfPosts(page->posts, 1, page->posts.back().number));
 }
 
+bool IsOfArchive(const KeptThread& kept) {
+    return kept.source.find("://") != std::string::npos;
+}
+
+// Where a server gives a living thread as a page alone, its posts go on.
+bool MayGrow(const ArchivePlace& archive) {
+    return archive.isPage && archive.address.find("://{host}/") != std::string::npos;
+}
+
 } // namespace
 
 std::optional<KeptThread> Archives::Find(const ThreadAddress& thread, Deadline deadline,
                                          std::string* failure) const {
     if (std::optional<KeptThread> kept = fShop.store.FindKept(thread.KeptName());
-        kept && ParseAddress(kept->source))
-        return kept; // what an archive once gave
+        kept && IsOfArchive(*kept))
+        return _Grown(thread, std::move(*kept), deadline);
+    size_t left = thread.family->archives.size();
     for (const ArchivePlace& archive : thread.family->archives) {
-        if (std::optional<KeptThread> found = _Fetch(thread, archive, deadline, failure)) {
+        const Deadline share = FirstPart(deadline, left--);
+        if (std::optional<KeptThread> found = _Fetch(thread, archive, share, failure)) {
             fShop.store.Keep(thread.KeptName(), *found);
             return found;
         }
     }
     return std::nullopt;
+}
+
+// What is kept never changes: only what a page holds behind it is added.
+KeptThread Archives::_Grown(const ThreadAddress& thread, KeptThread kept, Deadline deadline) const {
+    const auto archive =
+        std::ranges::find(thread.family->archives, kept.source, &ArchivePlace::address);
+    if (archive == thread.family->archives.end() || !MayGrow(*archive))
+        return kept;
+    std::string ignored;
+    const std::optional<KeptThread> now = _Fetch(thread, *archive, deadline, &ignored);
+    if (!now || now->lines <= kept.lines)
+        return kept;
+    const int64_t held = OffsetOfLine(now->bytes, kept.lines);
+    kept.bytes += now->bytes.substr(static_cast<size_t>(held));
+    kept.lines = now->lines;
+    kept.date = now->date;
+    fShop.store.Keep(thread.KeptName(), kept);
+    return kept;
 }
 
 std::optional<KeptThread> Archives::_Fetch(const ThreadAddress& thread, const ArchivePlace& archive,
@@ -56,6 +87,10 @@ std::optional<KeptThread> Archives::_Fetch(const ThreadAddress& thread, const Ar
     const Fetched fetched = FetchFollowing(&fShop.origin, request, deadline);
     if (fetched.head.status == 0) {
         *failure = fetched.failure;
+        return std::nullopt;
+    }
+    if (IsChallenge(fShop.settings, fetched.head, *fetched.transfer, deadline)) {
+        *failure = ChallengeText(fetched.place.host);
         return std::nullopt;
     }
     if (fetched.head.status != 200 || !fetched.failure.empty()) {

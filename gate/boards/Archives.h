@@ -19,6 +19,7 @@ public:
                                    std::string* failure) const;
 
 private:
+    KeptThread _Grown(const ThreadAddress& thread, KeptThread kept, Deadline deadline) const;
     std::optional<KeptThread> _Fetch(const ThreadAddress& thread, const ArchivePlace& archive,
                                      Deadline deadline, std::string* failure) const;
 

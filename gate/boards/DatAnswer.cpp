@@ -103,7 +103,7 @@ bool DatAnswer::_IsDropped() const {
 
 void DatAnswer::_Judge() {
     if (IsChallenge(fShop.settings, fHead, *fTransfer, fDeadline))
-        return fResponder->Refuse(503, fRequest.host + " が人間かどうかの確認を求めています");
+        return fResponder->Refuse(503, ChallengeText(fRequest.host));
     if (_IsDropped())
         return _AnswerDropped();
     switch (fHead.status) {

@@ -14,7 +14,7 @@ constexpr const char* kListName = "subject.txt";
 } // namespace
 
 void Lists::Answer(const ThreadAddress& board, Responder* responder) {
-    const std::string name = board.asked + "/" + board.board;
+    const std::string name = board.host + "/" + board.board;
     List list;
     std::string failure;
     int status = 502;
@@ -55,7 +55,7 @@ bool Lists::_Fetch(const ThreadAddress& board, List* list, std::string* failure,
                    int* status) const {
     const Deadline deadline = fShop.AnswerDeadline();
     const std::optional<std::string> moved = fShop.store.FindMove(board.host, board.board);
-    if (moved && _FetchFrom(board, *moved, deadline, list, failure, status))
+    if (moved && _FetchFrom(board, *moved, FirstPart(deadline, 2), list, failure, status))
         return true;
     return _FetchFrom(board, board.host, deadline, list, failure, status);
 }
@@ -77,7 +77,7 @@ bool Lists::_FetchFrom(const ThreadAddress& board, const std::string& host, Dead
     }
     *failure = fetched.failure;
     if (failure->empty() && IsChallenge(fShop.settings, fetched.head, *fetched.transfer, deadline))
-        *failure = fetched.place.host + " が人間かどうかの確認を求めています";
+        *failure = ChallengeText(fetched.place.host);
     if (failure->empty() && fetched.head.status != 200) {
         *failure = StatusText(fetched.place.host, fetched.head.status);
         *status = fetched.head.status == 404 ? 404 : fetched.head.status == 429 ? 503 : 502;

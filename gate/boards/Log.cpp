@@ -11,18 +11,6 @@ namespace gate {
 
 namespace {
 
-// Where the line after `count` lines begins; −1 when there are fewer.
-int64_t OffsetOfLine(std::string_view bytes, int64_t count) {
-    size_t offset = 0;
-    for (; count > 0; count--) {
-        offset = bytes.find('\n', offset);
-        if (offset == std::string_view::npos)
-            return -1;
-        offset++;
-    }
-    return static_cast<int64_t>(offset);
-}
-
 bool IsLineStart(std::string_view bytes, int64_t offset) {
     const auto at = static_cast<size_t>(offset);
     return offset == 0 || (at <= bytes.size() && bytes[at - 1] == '\n');
@@ -137,6 +125,17 @@ KeptThread LogOfDat(const Family& family, const std::string& dat, time_t date) {
     log.bytes = SameLengthRewritten(log.bytes);
     log.lines = CountLines(log.bytes);
     return log;
+}
+
+int64_t OffsetOfLine(std::string_view bytes, int64_t count) {
+    size_t offset = 0;
+    for (; count > 0; count--) {
+        offset = bytes.find('\n', offset);
+        if (offset == std::string_view::npos)
+            return -1;
+        offset++;
+    }
+    return static_cast<int64_t>(offset);
 }
 
 int64_t CountLines(std::string_view bytes) {

@@ -60,5 +60,7 @@ AnswerHead HeadOfRest(const Wanted& wanted, int64_t size, int64_t beyond, time_t
 KeptThread LogOfDat(const Family& family, const std::string& dat, time_t date);
 
 int64_t CountLines(std::string_view bytes);
+// Where the line after `count` lines begins; −1 when there are fewer.
+int64_t OffsetOfLine(std::string_view bytes, int64_t count);
 
 } // namespace gate

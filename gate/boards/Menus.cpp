@@ -58,40 +58,55 @@ void Menus::Answer(Responder* responder) const {
 }
 
 std::vector<MenuCategory> Menus::_FindMenu(const std::string& address, Deadline deadline) const {
-    if (const std::optional<std::string> bytes = _Fetch(address, deadline)) {
-        std::vector<MenuCategory> menu = Parse(*bytes, fShop.settings);
-        if (!menu.empty()) {
-            fShop.store.SetMenu(address, *bytes);
+    const std::optional<Place> place = ParseAddress(address);
+    const Family* family = place ? fShop.settings.FindFamily(place->host) : nullptr;
+    if (family == nullptr) {
+        fprintf(stderr, "%s belongs to no family of the settings\n", address.c_str());
+    } else {
+        const Place home{family->PresentHost(place->host), place->path};
+        const std::optional<std::string> moved = fShop.store.FindMove(home.host, home.path);
+        std::vector<MenuCategory> menu;
+        if (moved)
+            menu = _Fetch(address, {*moved, home.path}, home, FirstPart(deadline, 2));
+        if (menu.empty())
+            menu = _Fetch(address, home, home, deadline);
+        if (!menu.empty())
             return menu;
-        }
-        fprintf(stderr, "%s is no board menu\n", address.c_str());
     }
     const std::optional<std::string> last = fShop.store.FindMenu(address);
     return last ? Parse(*last, fShop.settings) : std::vector<MenuCategory>();
 }
 
-std::optional<std::string> Menus::_Fetch(const std::string& address, Deadline deadline) const {
-    const std::optional<Place> place = ParseAddress(address);
+std::vector<MenuCategory> Menus::_Fetch(const std::string& address, const Place& place,
+                                        const Place& home, Deadline deadline) const {
     OriginRequest request;
-    request.family = place ? fShop.settings.FindFamily(place->host) : nullptr;
-    if (request.family == nullptr) {
-        fprintf(stderr, "%s belongs to no family of the settings\n", address.c_str());
-        return std::nullopt;
-    }
-    request.host = request.family->PresentHost(place->host);
-    request.path = place->path;
+    request.family = fShop.settings.FindFamily(place.host);
+    request.host = place.host;
+    request.path = place.path;
     request.takesCompressed = true;
+    if (request.family == nullptr)
+        return {};
     const Fetched fetched = FetchFollowing(&fShop.origin, request, deadline);
     const bool isGood = fetched.failure.empty() && fetched.head.status == 200 &&
                         fetched.transfer->WaitForEnd(deadline) == Transfer::State::kWhole;
-    if (isGood)
-        return fetched.transfer->Body();
-    const std::string failure = !fetched.failure.empty() ? fetched.failure
-                                : fetched.head.status != 200
-                                    ? StatusText(fetched.place.host, fetched.head.status)
-                                    : fetched.transfer->Failure("late");
-    fprintf(stderr, "%s: %s\n", address.c_str(), failure.c_str());
-    return std::nullopt;
+    if (!isGood) {
+        const std::string failure = !fetched.failure.empty() ? fetched.failure
+                                    : fetched.head.status != 200
+                                        ? StatusText(fetched.place.host, fetched.head.status)
+                                        : fetched.transfer->Failure("late");
+        fprintf(stderr, "%s: %s\n", address.c_str(), failure.c_str());
+        return {};
+    }
+    const std::string bytes = fetched.transfer->Body();
+    std::vector<MenuCategory> menu = Parse(bytes, fShop.settings);
+    if (menu.empty()) {
+        fprintf(stderr, "%s is no board menu\n", address.c_str());
+        return menu;
+    }
+    fShop.store.SetMenu(address, bytes);
+    if (fetched.place.host != home.host && fetched.place.path == home.path)
+        fShop.store.SetMove(home.host, home.path, fetched.place.host);
+    return menu;
 }
 
 } // namespace gate

@@ -3,8 +3,8 @@
 #include "boards/Shop.h"
 #include "convert/MenuPage.h"
 #include "front/Responder.h"
+#include "origin/Location.h"
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,7 +21,9 @@ public:
 
 private:
     std::vector<MenuCategory> _FindMenu(const std::string& address, Deadline deadline) const;
-    std::optional<std::string> _Fetch(const std::string& address, Deadline deadline) const;
+    // From `place`; a host that it has moved to is remembered for the one that the settings name.
+    std::vector<MenuCategory> _Fetch(const std::string& address, const Place& place,
+                                     const Place& home, Deadline deadline) const;
 
     const Shop fShop;
 };

@@ -4,6 +4,11 @@
 
 namespace gate {
 
+Deadline FirstPart(Deadline deadline, size_t count) {
+    const Deadline now = std::chrono::steady_clock::now();
+    return now + (deadline - now) / static_cast<long>(count);
+}
+
 std::string StatusText(const std::string& host, long status) {
     const std::string what = host + " の応答 " + std::to_string(status) + ": ";
     switch (status) {
@@ -14,6 +19,10 @@ std::string StatusText(const std::string& host, long status) {
     case 503: return what + "サーバーが混雑しています";
     default: return what + (status >= 500 ? "サーバーの異常です" : "扱えない応答です");
     }
+}
+
+std::string ChallengeText(const std::string& host) {
+    return host + " が人間かどうかの確認を求めています。ブラウザで開いてみてください";
 }
 
 bool IsChallenge(const Settings& settings, const OriginHead& head, const Transfer& transfer,

@@ -22,8 +22,13 @@ struct Shop {
     }
 };
 
+// The end of the first of `count` equal parts of the time that is left: a server that stays silent
+// must leave some for those that are asked after it.
+Deadline FirstPart(Deadline deadline, size_t count);
 // What a server's status means, in words for the user.
 std::string StatusText(const std::string& host, long status);
+// What the user is told of an answer that asks if its reader is human.
+std::string ChallengeText(const std::string& host);
 // Whether an answer asks if its reader is human. Waits for its body where the status allows it.
 bool IsChallenge(const Settings& settings, const OriginHead& head, const Transfer& transfer,
                  Deadline deadline);

@@ -3,6 +3,7 @@
 #include "boards/Thread.h"
 #include "convert/MenuPage.h"
 #include "convert/SubjectList.h"
+#include "convert/Words.h"
 #include "origin/Location.h"
 #include "origin/Way.h"
 
@@ -225,7 +226,11 @@ bool Check::_JudgeList(const std::string& body) {
 } // namespace
 
 bool CheckHost(Origin* origin, const std::string& target, const Say& say) {
-    const bool isReadable = Check(origin, say).Run(target);
+    // What a server says must not steer the user's terminal.
+    const Say sayPlainly = [&say](const std::string& step, const std::string& text) {
+        say(step, WithoutControls(text));
+    };
+    const bool isReadable = Check(origin, sayPlainly).Run(target);
     say("result", isReadable ? "it can be read" : "it can't be read");
     return isReadable;
 }

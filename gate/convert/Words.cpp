@@ -19,6 +19,12 @@ std::string Lowered(std::string_view text) {
     return lowered;
 }
 
+std::string WithoutControls(std::string text) {
+    for (char& byte : text)
+        byte = static_cast<unsigned char>(byte) < 0x20 || byte == 0x7F ? ' ' : byte;
+    return text;
+}
+
 void AppendEscaped(char byte, std::string* html) {
     switch (byte) {
     case '&': *html += "&amp;"; break;

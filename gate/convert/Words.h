@@ -9,6 +9,8 @@ namespace gate {
 std::string_view Trimmed(std::string_view text);
 // With the letters of ASCII in lower case.
 std::string Lowered(std::string_view text);
+// With a blank for each control character: on one line, and harmless to a terminal.
+std::string WithoutControls(std::string text);
 // Appends a byte of a text to a page: "&", "<" and ">" as references.
 void AppendEscaped(char byte, std::string* html);
 // The next line, without its line feed and carriage return; false at the text's end.

@@ -55,8 +55,12 @@ int ParseTarget(std::string_view target, Request* request, std::string* reason) 
             return Refuse(400, "ホスト名が正しくありません", reason);
         request->host = LowerCase(host);
     }
-    request->path = target.empty() ? "/" : std::string(target);
-    return IsPath(request->path) ? 0 : Refuse(400, "アドレスが正しくありません", reason);
+    if (target.empty())
+        target = "/";
+    if (!IsPath(target))
+        return Refuse(400, "アドレスが正しくありません", reason);
+    request->path = target;
+    return 0;
 }
 
 int ParseRequestLine(std::string_view line, Request* request, std::string* reason) {
@@ -65,9 +69,10 @@ int ParseRequestLine(std::string_view line, Request* request, std::string* reaso
     if (first == std::string_view::npos || first == last)
         return Refuse(400, "HTTP の要求ではありません", reason);
     const std::string_view version = line.substr(last + 1);
-    request->method = line.substr(0, first);
-    if (!IsToken(request->method) || !version.starts_with("HTTP/"))
+    const std::string_view method = line.substr(0, first);
+    if (!IsToken(method) || !version.starts_with("HTTP/"))
         return Refuse(400, "HTTP の要求ではありません", reason);
+    request->method = method;
     if (version != "HTTP/1.0" && version != "HTTP/1.1")
         return Refuse(505, "HTTP/1.0 か HTTP/1.1 で要求してください", reason);
     if (request->method != "GET" && request->method != "HEAD" && request->method != "POST")

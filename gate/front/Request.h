@@ -21,7 +21,7 @@ struct Request {
 };
 
 // Takes a head apart, without the empty line that ends it. 0, or the status that refuses it with
-// its reason.
+// its reason. Whatever is set is printable.
 int ParseRequestHead(std::string_view head, Request* request, std::string* reason);
 
 // How long the body is to be; −1 when that can't be told.

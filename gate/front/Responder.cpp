@@ -1,5 +1,7 @@
 #include "front/Responder.h"
 
+#include "convert/Words.h"
+
 #include <poll.h>
 #include <sys/socket.h>
 
@@ -16,8 +18,7 @@ constexpr size_t kLongestReason = 900;
 
 // One line, cut at a character.
 std::string OneLine(std::string text) {
-    for (char& c : text)
-        c = static_cast<unsigned char>(c) < 0x20 || c == 0x7F ? ' ' : c;
+    text = WithoutControls(std::move(text));
     if (text.size() > kLongestReason) {
         size_t end = kLongestReason;
         while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)

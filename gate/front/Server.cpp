@@ -17,8 +17,8 @@ namespace {
 
 constexpr size_t kLongestHead = 16 << 10;
 constexpr long kLongestBody = 256 << 10;
-constexpr int kHeadPatience = 10000; // milliseconds until a request must have come
-constexpr int kLastPatience = 1000;  // until a client must have closed its end
+constexpr int kHeadPatience = 8000; // milliseconds until a request must have come
+constexpr int kLastPatience = 1000; // until a client must have closed its end
 constexpr size_t kMostIgnored = 1 << 20;
 
 int64_t Now() {
@@ -65,41 +65,48 @@ Journal::Entry EntryOf(const Request& request, const Responder& responder, int64
 
 Server::Server(const Settings& settings, Listeners* listeners, Answerer* answerer, Journal* journal)
     : fSettings(settings), fListeners(listeners), fAnswerer(answerer), fJournal(journal),
-      fStop(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {}
+      fStop(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)), fRoom(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
+}
 
 Server::~Server() {
     Stop();
     std::unique_lock guard(fMutex);
     fChanged.wait(guard, [this] { return fConnections == 0; });
     close(fStop);
+    close(fRoom);
 }
 
 void Server::Stop() {
     eventfd_write(fStop, 1);
 }
 
+bool Server::_IsFull() {
+    std::lock_guard guard(fMutex);
+    return fConnections >= fSettings.connections;
+}
+
+// While as many are served as may be, only the end and a connection's end are waited for.
 void Server::Run() {
-    std::vector<pollfd> waits;
+    std::vector<pollfd> waits = {{fStop, POLLIN, 0}, {fRoom, POLLIN, 0}};
+    const size_t own = waits.size();
     for (int handle : fListeners->Handles())
         waits.push_back({handle, POLLIN, 0});
-    waits.push_back({fStop, POLLIN, 0});
     for (;;) {
-        if (poll(waits.data(), waits.size(), -1) < 0)
+        const size_t count = _IsFull() ? own : waits.size();
+        if (poll(waits.data(), count, -1) < 0)
             continue;
-        if (waits.back().revents != 0)
+        if (waits[0].revents != 0)
             return;
-        for (const pollfd& wait : waits) {
-            if (wait.revents != 0)
-                _TakeConnection(wait.fd);
+        eventfd_t ignored = 0;
+        eventfd_read(fRoom, &ignored);
+        for (size_t i = own; i < count; i++) {
+            if (waits[i].revents != 0 && !_IsFull())
+                _TakeConnection(waits[i].fd);
         }
     }
 }
 
 void Server::_TakeConnection(int listener) {
-    {
-        std::unique_lock guard(fMutex);
-        fChanged.wait(guard, [this] { return fConnections < fSettings.connections; });
-    }
     const int connection = accept4(listener, nullptr, nullptr, SOCK_CLOEXEC);
     if (connection < 0)
         return;
@@ -109,6 +116,7 @@ void Server::_TakeConnection(int listener) {
         _Serve(connection);
         std::lock_guard inner(fMutex);
         fConnections--;
+        eventfd_write(fRoom, 1);
         fChanged.notify_all(); // under the lock: the waiting end may take all this away
     }).detach();
 }

@@ -32,6 +32,7 @@ public:
     void Stop(); // from any thread or signal handler
 
 private:
+    bool _IsFull();
     void _TakeConnection(int listener);
     void _Serve(int connection);
     // Appends what comes next; false when nothing more does, which the client has been told.
@@ -44,6 +45,7 @@ private:
     Answerer* const fAnswerer;
     Journal* const fJournal;
     const int fStop; // an event that stays once it has come
+    const int fRoom; // an event whenever a connection has ended
     std::mutex fMutex;
     std::condition_variable fChanged;
     int fConnections = 0; // guarded by fMutex

@@ -120,6 +120,8 @@ void Exchange::_SetUp(CURL* handle) {
 
 void Exchange::_SetUpWay(CURL* handle) {
     curl_easy_setopt(handle, CURLOPT_NOSIGNAL, 1L);
+    // Who stops does not wait for a look-up of a name, which nothing can stop.
+    curl_easy_setopt(handle, CURLOPT_QUICK_EXIT, 1L);
     curl_easy_setopt(handle, CURLOPT_PROTOCOLS_STR, "http,https");
     curl_easy_setopt(handle, CURLOPT_FOLLOWLOCATION, 0L);
     curl_easy_setopt(handle, CURLOPT_HTTP_VERSION, CURL_HTTP_VERSION_2TLS);

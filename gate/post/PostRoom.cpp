@@ -106,8 +106,7 @@ std::string PostRoom::_SendFirst(const Draft& draft, Deadline deadline) {
 
 // Half of the time is for looking, the rest for sending.
 std::string PostRoom::_LookThenSend(const Draft& draft, time_t since, Deadline deadline) {
-    const auto now = std::chrono::steady_clock::now();
-    switch (FindInThread(fShop, draft, since, now + (deadline - now) / 2)) {
+    switch (FindInThread(fShop, draft, since, FirstPart(deadline, 2))) {
     case Finding::kThere:
         fLedger.End(draft, State::kNew);
         return MakePostedPage(ThreadAddressFor(draft));

@@ -69,8 +69,9 @@ time_t DateOf(std::string_view field) {
     const size_t day = text.find(')');
     tm date = {};
     if (day == text.npos ||
-        sscanf(text.c_str(), "%d/%d/%d", &date.tm_year, &date.tm_mon, &date.tm_mday) != 3 ||
-        sscanf(text.c_str() + day + 1, "%d:%d:%d", &date.tm_hour, &date.tm_min, &date.tm_sec) < 2)
+        sscanf(text.c_str(), "%4d/%2d/%2d", &date.tm_year, &date.tm_mon, &date.tm_mday) != 3 ||
+        sscanf(text.c_str() + day + 1, "%2d:%2d:%2d", &date.tm_hour, &date.tm_min, &date.tm_sec) <
+            2)
         return -1;
     date.tm_year -= date.tm_year < 100 ? -100 : 1900;
     date.tm_mon--;

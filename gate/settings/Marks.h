@@ -60,18 +60,7 @@ struct AnswerMarks {
     std::string brokenMark = "[Broken "; // behind a code, before a cookie's name and "]"
     // What a page says that a reader must prove to be human on, or log in: elements' classes.
     std::vector<std::string> proofs{"g-recaptcha", "h-captcha", "cf-turnstile", "captcha"};
-    std::vector<AnswerCode> codes{
-        {"1930", "どんぐり(acorn)が枯れています。", "acorn"},
-        {"1931", "どんぐり(acorn)を植えたところです。数分待ってください。", ""},
-        {"1932", "どんぐり(acorn)が枯れています。", "acorn"},
-        {"1941", "どんぐりのレベルが足りません。", ""},
-        {"8853", "プロキシ経由の書き込みと見られています。", ""},
-        {"9801", "書き込みの間隔が短すぎます。", ""},
-        {"9990", "書き込みが規制されています。", ""},
-        {"E3000", "チケット(MonaTicket)が無効です。", "MonaTicket"},
-        {"E3100", "チケット(MonaTicket)が無効です。", "MonaTicket"},
-        {"E4000", "チケット(MonaTicket)が無効です。", "MonaTicket"},
-    };
+    std::vector<AnswerCode> codes; // the shipped file's alone
 
     bool operator==(const AnswerMarks&) const = default;
 };

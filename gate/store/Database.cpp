@@ -14,14 +14,16 @@ constexpr int kPatience = 2000; // milliseconds for another gate's writing to en
 }
 
 Database::Database(const std::string& file) {
-    fIsOnDisk = _Open(file);
-    if (!fIsOnDisk && access(file.c_str(), W_OK) == 0) {
+    int result = _Open(file);
+    if (result == SQLITE_NOTADB || result == SQLITE_CORRUPT) {
         fprintf(stderr, "%s can't be read and is set aside\n", file.c_str());
         rename(file.c_str(), (file + ".broken").c_str());
-        fIsOnDisk = _Open(file);
+        result = _Open(file);
     }
+    fIsOnDisk = result == SQLITE_OK;
     if (!fIsOnDisk) {
-        fprintf(stderr, "%s can't be written: nothing is kept beyond the end\n", file.c_str());
+        fprintf(stderr, "%s can't be used now (%s): nothing is kept beyond the end\n", file.c_str(),
+                sqlite3_errstr(result));
         _Open(":memory:");
     }
 }
@@ -32,22 +34,22 @@ Database::~Database() {
 
 // The file is made here, since SQLite would let others read it; what it writes beside takes the
 // same mode.
-bool Database::_Open(const std::string& file) {
+int Database::_Open(const std::string& file) {
     const bool isFile = file != ":memory:";
     const int made = isFile ? open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600) : -1;
     if (isFile && (made < 0 || fchmod(made, 0600) != 0 || close(made) != 0))
-        return false;
+        return SQLITE_CANTOPEN;
     sqlite3_close(fHandle);
     fHandle = nullptr;
-    if (sqlite3_open(file.c_str(), &fHandle) != SQLITE_OK)
-        return false;
+    if (const int result = sqlite3_open(file.c_str(), &fHandle); result != SQLITE_OK)
+        return result;
     sqlite3_busy_timeout(fHandle, kPatience);
     // With a log beside it a killed writer leaves the last whole state.
     return sqlite3_exec(fHandle,
                         "PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL;"
                         "PRAGMA journal_size_limit=1048576; PRAGMA cache_size=-512;"
                         "SELECT count(*) FROM sqlite_master",
-                        nullptr, nullptr, nullptr) == SQLITE_OK;
+                        nullptr, nullptr, nullptr);
 }
 
 bool Database::Execute(const char* statements) {

@@ -15,7 +15,8 @@ namespace gate {
 class Database {
 public:
     // The file is made for its user alone. A file that is no database is set aside as NAME.broken;
-    // where none can be made everything stands in memory until the end.
+    // where none can be made, or another program has it for itself, everything stands in memory
+    // until the end.
     explicit Database(const std::string& file);
     ~Database();
     Database(const Database&) = delete;
@@ -48,7 +49,7 @@ public:
     };
 
 private:
-    bool _Open(const std::string& file);
+    int _Open(const std::string& file); // SQLite's own word for how it went
     void _Complain();
 
     sqlite3* fHandle = nullptr;

@@ -54,7 +54,7 @@ class Store {
 public:
     explicit Store(const std::string& file);
 
-    // The host that a board has moved to.
+    // The host that a board has moved to; a menu's path stands for a board.
     std::optional<std::string> FindMove(const std::string& host, const std::string& board);
     void SetMove(const std::string& host, const std::string& board, const std::string& newHost);
 

@@ -107,6 +107,9 @@ protected:
         if (process == 0) {
             setenv("ITAMORI_GATE_PORT", std::to_string(port).c_str(), 1);
             setenv("XDG_DATA_HOME", (fFolder / "data").c_str(), 1);
+            if (!fHasHome)
+                for (const char* variable : {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME"})
+                    unsetenv(variable);
             setenv("PATH", (fFolder / "bin:/usr/bin:/bin").c_str(), 1);
             const std::string launcher = fFolder / "itamori-launch";
             execl(launcher.c_str(), launcher.c_str(), name.c_str(), nullptr);
@@ -147,6 +150,7 @@ protected:
     ScratchFolder fFolder;
     std::vector<std::pair<std::string, pid_t>> fRunning;
     int fPort = 0;
+    bool fHasHome = true;
 };
 
 constexpr const char* kShipped = "portal_host = portal.itamori.example\n";
@@ -246,6 +250,8 @@ TEST_F(Installed, WithoutAGateTheProgramStartsAllTheSame) {
     fs::remove(fFolder / "itamori-gate");
     fs::remove(fFolder / "itamori-setup");
     Launch("second", port.number);
+    fHasHome = false;
+    Launch("third", port.number);
 }
 
 // A manager of services that has the gate's, at a port that it listens on itself.

@@ -397,6 +397,41 @@ TEST_F(Drop, IsReadFromTheServersPagesWhenTheyShowTheWholeThread) {
     EXPECT_EQ(answer.status, 200);
     EXPECT_EQ(std::count(answer.body.begin(), answer.body.end(), '\n'), 3);
     EXPECT_TRUE(answer.body.starts_with("name<>")) << answer.body;
+    // Such a page of the server itself may grow.
+    shown = page(1, 5);
+    const GateAnswer rest = fGate.GetRest(kPath, answer.body.size());
+    EXPECT_EQ(rest.status, 206);
+    EXPECT_EQ(std::count(rest.body.begin(), rest.body.end(), '\n'), 2) << rest.body;
+    shown = page(1, 2);
+    EXPECT_EQ(fGate.Get(kPath).body, answer.body + rest.body);
+}
+
+TEST_F(Drop, ToAnArchiveThatIsSilentOrWantsAProofIsTriedElsewhereOrTold) {
+    fGate.Settings().answerSeconds = 2;
+    fGate.Settings().challengeMarks = {"Just a moment..."};
+    fGate.Settings().families[0].archives.push_back({"https://far.example/{key}.dat", false});
+    const auto archives = [this](const std::string& near, const std::string& far) {
+        fOrigin.Become([near, far](const std::string& request) {
+            if (HeaderOf(request, "Host") == "far.example")
+                return far;
+            return PathOf(request).starts_with("/news/oyster/") ? near : Reply("404 Not Found", "");
+        });
+    };
+    archives(OriginServer::kSilence, Reply("200 OK", fOther));
+    EXPECT_EQ(fGate.Get(kPath).status, 200);
+    archives(OriginServer::kSilence, OriginServer::kSilence);
+    const auto start = std::chrono::steady_clock::now();
+    const GateAnswer late = fGate.Get("/news/dat/1012345679.dat");
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+    EXPECT_EQ(late.status, 503);
+    EXPECT_NE(late.reason.find("応答がまだ"), std::string::npos) << late.reason;
+    // Nor is what a network between says a log of an archive's.
+    archives(Reply("200 OK", "please log in\n<>"), Reply("404 Not Found", ""));
+    EXPECT_EQ(fGate.Get("/news/dat/1012345671.dat").status, 404);
+    archives(Reply("404 Not Found", ""), Reply("403 Forbidden", "<title>Just a moment...</title>"));
+    const GateAnswer proof = fGate.Get("/news/dat/1012345670.dat");
+    EXPECT_EQ(proof.status, 503);
+    EXPECT_NE(proof.reason.find("人間"), std::string::npos) << proof.reason;
 }
 
 // The program's length stands for lines: what the server counts is another.

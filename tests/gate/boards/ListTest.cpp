@@ -27,6 +27,7 @@ TEST(List, IsNotAskedForMoreOftenThanTheSettingsSay) {
     OriginServer origin([](const std::string&) { return Reply("200 OK", kRow); });
     TestGate gate(&origin, [](gate::Settings* settings) { settings->listSeconds = 600; });
     EXPECT_EQ(gate.Get(kList).body, gate.Get(kList).body);
+    gate.Get(kList, "", "old.test"); // an older name of the same board
     EXPECT_EQ(origin.Requests().size(), 1u);
     gate.Get("/other/subject.txt");
     EXPECT_EQ(origin.Requests().size(), 2u);
@@ -51,6 +52,22 @@ TEST(List, OfAMovedBoardIsFoundAndTheMoveRemembered) {
     EXPECT_EQ(HeaderOf(origin.Requests().back(), "Host"), "new.example");
     gate.Get("/news/dat/1012345678.dat", "", "old.example");
     EXPECT_EQ(HeaderOf(origin.Requests().back(), "Host"), "new.example");
+}
+
+// A new host that has fallen silent leaves time for the old one, to which the board may be back.
+TEST(List, OfABoardThatIsBackIsFoundInTimeThoughItsOtherHostIsSilent) {
+    OriginServer origin(Moved);
+    TestGate gate(&origin, [](gate::Settings* settings) { settings->answerSeconds = 2; });
+    EXPECT_EQ(gate.Get(kList, "", "old.example").body, kRow);
+    origin.Become([](const std::string& request) {
+        return HeaderOf(request, "Host") == "old.example" ? Reply("200 OK", kRow)
+                                                          : std::string(OriginServer::kSilence);
+    });
+    EXPECT_EQ(gate.Get(kList, "", "old.example").body, kRow);
+    origin.Become([](const std::string&) { return std::string(OriginServer::kSilence); });
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(gate.Get(kList, "", "old.example").status, 502);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
 }
 
 // Two megabytes that are two kilobytes on their way.
@@ -136,6 +153,24 @@ TEST(Menu, TheLastGoodOneStandsInForAnyThatIsNone) {
         origin.Become([&](const std::string&) { return answer; });
         EXPECT_EQ(Menu(&gate).body, good.body) << answer;
     }
+}
+
+TEST(Menu, OfAMovedHostIsFoundThoughTheOldOneIsGone) {
+    OriginServer origin([](const std::string& request) {
+        return HeaderOf(request, "Host") == "menu.example"
+                   ? Reply("301 Moved", "", "Location: https://new.example/bbsmenu.json\r\n")
+                   : Reply("200 OK", kMenu);
+    });
+    TestGate gate(&origin, [](gate::Settings* settings) {
+        settings->menus = {"https://menu.example/bbsmenu.json"};
+    });
+    EXPECT_NE(Menu(&gate).body, "");
+    origin.Become([](const std::string& request) {
+        std::string menu = kMenu;
+        menu.replace(menu.find("News"), 4, "Late");
+        return HeaderOf(request, "Host") == "new.example" ? Reply("200 OK", menu) : std::string();
+    });
+    EXPECT_NE(Menu(&gate).body.find("Late"), std::string::npos);
 }
 
 TEST(Menu, SeveralAreJoinedInTheirOrder) {

@@ -23,6 +23,41 @@ TEST(Program, ServesUntilItIsToldToEndAndLogsNoQuery) {
     EXPECT_EQ(program.Errors().find("secret"), std::string::npos);
 }
 
+// What a client sends can't look like lines of its own.
+TEST(Program, LogsOneLineARequestWhateverItHolds) {
+    OriginServer origin([](const std::string&) { return Reply("200 OK", "1.dat<>a (1)\n"); });
+    ScratchFolder folder;
+    const GateProgram program(
+        folder, {"--port", "0", "--config", folder.Write("own.toml", GateProgram::Config(origin))});
+    const int port = program.WaitForPort();
+    const size_t before = program.Errors().size();
+    EXPECT_EQ(Exchange(port, "GET\nGET forged / HTTP/1.1\r\n\r\n").status, 400);
+    EXPECT_EQ(Exchange(port, "GET http://board.example/a\nforged\x1B[2J HTTP/1.1\r\n\r\n").status,
+              400);
+    const std::string log = program.Errors().substr(before);
+    EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 2) << log;
+    EXPECT_EQ(log.find("forged"), std::string::npos) << log;
+}
+
+TEST(Program, EndsAtOnceThoughAllItsConnectionsWaitForAServer) {
+    OriginServer origin([](const std::string&) { return std::string(OriginServer::kSilence); });
+    ScratchFolder folder;
+    GateProgram program(folder, {"--port", "0", "--config",
+                                 folder.Write("own.toml", "[gate]\nconnections = 1\n" +
+                                                              GateProgram::Config(origin))});
+    const int port = program.WaitForPort();
+    std::thread first([port] { Ask(port, "/news/subject.txt"); });
+    while (origin.Requests().empty())
+        poll(nullptr, 0, 5);
+    std::thread second([port] { Ask(port, "/news/subject.txt"); });
+    poll(nullptr, 0, 200); // until it waits to be accepted
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(program.Signal(SIGTERM), 0);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+    first.join();
+    second.join();
+}
+
 TEST(Program, TakesASocketThatIsHandedOver) {
     OriginServer origin([](const std::string&) { return Reply("200 OK", "1.dat<>a (1)\n"); });
     ScratchFolder folder;

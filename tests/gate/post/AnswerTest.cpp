@@ -95,13 +95,15 @@ TEST(Answer, AConfirmationIsShownByteForByteUpToItsFirstEnd) {
 }
 
 TEST(Answer, TheServersWordsAndItsCodesMeaningAreTold) {
+    gate::AnswerMarks marks;
+    marks.codes = {{"E3000", "チケットが無効です。", "ticket"}, {"1930", "枯れています。", "tree"}};
     const gate::PostAnswer answer =
-        gate::JudgeAnswer({200, kRefused, "E3000 [Broken MonaTicket]", ""});
+        gate::JudgeAnswer({200, kRefused, "E3000 [Broken other]", ""}, marks);
     EXPECT_EQ(answer.words, "ERROR: 修行が足りません(Lv=1)。\nしばらく\nお待ちください\n"
-                            "(E3000: チケット(MonaTicket)が無効です。)\n");
-    EXPECT_EQ(answer.brokenCookies[0], "MonaTicket");
-    EXPECT_EQ(gate::JudgeAnswer({200, "", "1930", ""}).brokenCookies,
-              std::vector<std::string>{"acorn"});
+                            "(E3000: チケットが無効です。)\n");
+    EXPECT_EQ(answer.brokenCookies, (std::vector<std::string>{"ticket", "other"}));
+    EXPECT_EQ(gate::JudgeAnswer({200, "", "1930", ""}, marks).brokenCookies,
+              std::vector<std::string>{"tree"});
     EXPECT_EQ(gate::JudgeAnswer({200, "", "1930", ""}).outcome, Outcome::kRefused);
     EXPECT_EQ(gate::JudgeAnswer({200, "<p>x", "7777 new", ""}).words, "x\n(7777 new)\n");
     const auto confirmation =

@@ -2,6 +2,7 @@
 #include "support/ScratchFolder.h"
 
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -45,6 +46,37 @@ TEST(Store, AFileThatIsNoDatabaseIsSetAside) {
     gate::Store store(file);
     EXPECT_TRUE(store.Keep("t", kThread));
     EXPECT_EQ(folder.Read("gate.db.broken"), std::string(5000, 'x'));
+}
+
+// Whatever keeps a good file from being opened now: what it holds is not lost.
+TEST(Store, AFileThatCannotBeOpenedNowStaysWhereItIs) {
+    ScratchFolder folder;
+    const std::string file = folder / "gate.db";
+    const auto openMeanwhile = [&] {
+        gate::Store store(file);
+        EXPECT_TRUE(store.Keep("new", kThread));
+        EXPECT_FALSE(store.FindKept("old")); // in memory alone
+    };
+    gate::Store(file).Keep("old", kThread);
+    sqlite3* other = nullptr;
+    sqlite3_open(file.c_str(), &other);
+    sqlite3_exec(other, "PRAGMA locking_mode=EXCLUSIVE; DELETE FROM moves", nullptr, nullptr,
+                 nullptr);
+    openMeanwhile();
+    sqlite3_close(other);
+    const pid_t child = fork();
+    if (child == 0) {
+        signal(SIGXFSZ, SIG_IGN);
+        const rlimit full = {0, 0};
+        setrlimit(RLIMIT_FSIZE, &full);
+        openMeanwhile();
+        _exit(testing::Test::HasFailure() ? 1 : 0);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
+    EXPECT_FALSE(folder.Has("gate.db.broken"));
+    EXPECT_TRUE(gate::Store(file).FindKept("old"));
 }
 
 TEST(Store, WithoutAPlaceOnTheDiskStandsInMemory) {

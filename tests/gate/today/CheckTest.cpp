@@ -67,14 +67,17 @@ TEST_F(Check, NamesCookiesAndRedirects) {
         if (HeaderOf(request, "Host") == "old.test")
             return Reply("301 Moved", "",
                          "Location: http://new.test/b/\r\nSet-Cookie: a=secret\r\n");
-        return PathOf(request) == "/b/subject.txt" ? Reply("200 OK", "12345.dat<>t (1)\n")
-                                                   : Reply("302 Found", "", "Location: /loop\r\n");
+        return PathOf(request) == "/b/subject.txt"
+                   ? Reply("200 OK", "12345.dat<>t (1)\n", "Content-Type: a\x1B[2J\r\n")
+                   : Reply("302 Found", "", "Location: /loop\r\n");
     });
     gate::Family& family = fGate->Settings().families[0];
     family.hosts = {"*.test"};
     family.usesTls = false;
     family.reach = server.Address();
-    Run({"old.test/b", true, {"cookies set: a\n", "redirect: http://new.test/b/\n", "1 threads"}});
+    Run({"old.test/b",
+         true,
+         {"cookies set: a\n", "redirect: http://new.test/b/\n", "a [2J", "1 threads"}});
     Run({"new.test/c", false, {"redirect: /loop\n", "one too many"}});
 }
 
