@@ -119,6 +119,13 @@ void NPWindow::MessageReceived(BMessage* message) {
     case kMsgOpenSearch: _OpenSearch(); break;
     case kMsgSearchStep: _SearchStep(message); break;
     case kMsgSearchClosed: _SearchClosed(message); break;
+    case kMsgFilterThreads: _FilterThreads(); break;
+
+    // The next thread
+    case kMsgFindNextThread: _FindNextThread(); break;
+    case kMsgNextThreads: _NextThreadsFound(message); break;
+    case kMsgOpenNextThread: _OpenNextThread(message); break;
+    case kMsgMoveBookmark: _MoveBookmark(message); break;
 
     // From workers
     case kMsgBoardComplete: _BoardComplete(message); break;
@@ -233,6 +240,7 @@ bool NPWindow::QuitRequested() {
         return false;
     _StopWorker(&fSubjectWorker);
     _StopWorker(&fArticleWorker);
+    _StopWorker(&fNextWorker);
     fPatrol.Stop();
     fSearchWindow.Window().SendMessage(B_QUIT_REQUESTED);
     if (!fThreadOnly)

@@ -8,6 +8,8 @@
 #include <Messenger.h>
 
 #include <memory>
+#include <string>
+#include <vector>
 
 class BBitmap;
 class BMenu;
@@ -45,6 +47,7 @@ public:
     bool GetBoardExpand(const char* name) const override;
     int32 GetFontInfo(char (*family)[64], char (*style)[64], float* size) const override;
     void OpenWriteWindow(const PostTarget& target, const char* title, int32 posts) override;
+    void AddThreadItems(BMenu* menu) override;
     void PostProgressData(const char* text, int32 value) override;
     void addThreadItem(port_id request, int32 number, const char* title, const char* count,
                        const char* dat) override;
@@ -75,6 +78,7 @@ public:
     static int32 getSubject(void* job);
     static int32 getSubjectCache(void* job);
     static int32 getBookmark(void* job);
+    static int32 getNextThreads(void* job);
     static int32 getArticle(void* job);
     static int32 getArticle_cgi(void* job);
     static int32 getArticleCache(void* job);
@@ -87,7 +91,9 @@ private:
     BView* _MakePanes(BRect bounds);
     void _AddStatusLine(BView* base);
     int32 SetColumn();
+    void _RestoreHeader();
     void _SaveLayout();
+    void _SaveHeader();
     void _SaveCategories();
     void _PlaceOnScreen();
 
@@ -137,6 +143,17 @@ private:
     void _SearchTitles(const char* text);
     void _SearchArticle(const char* text);
 
+    void _FilterThreads();
+
+    // The thread behind the one on show
+    void _FindNextThread();
+    void _FetchNextThreads(const ListedThread& thread);
+    void _NextThreadsFound(const BMessage* message);
+    void _OfferThreads(const std::vector<ListedThread>& threads);
+    void _OpenNextThread(const BMessage* message);
+    void _AskForBookmark(const BMessage& move);
+    void _MoveBookmark(const BMessage* message);
+
     bool _MustStay() const;
 
     // Requests for new windows
@@ -162,6 +179,8 @@ private:
     std::unique_ptr<BBitmap> fOfflineBitmap;
     std::shared_ptr<WorkerControl> fSubjectWorker; // null when there is none
     std::shared_ptr<WorkerControl> fArticleWorker;
+    std::shared_ptr<WorkerControl> fNextWorker; // looks for a next thread
+    std::string fNextFor;                       // the dat of the thread that it goes on from
     BookmarkPatrol fPatrol;
     WindowSlot fSearchWindow;
     int32 fSearchPosition = -1; // the row of the last match; −1: from the top

@@ -20,6 +20,11 @@ void NPWindow::_OpenSearch() {
         fSearchWindow.Open([this] { return new NPSearchWindow(BMessenger(this)); });
 }
 
+void NPWindow::_FilterThreads() {
+    if (!fThreadOnly)
+        fThreadView->OpenFilter();
+}
+
 // The next window searches the titles from the top, but goes on in the article.
 void NPWindow::_SearchClosed(const BMessage* message) {
     BMessenger closed;

@@ -35,6 +35,10 @@ constexpr uint32 kMsgThreadSelectedCached = 'mTSC';
 constexpr uint32 kMsgBoardComplete = 'mBRF'; // subject workers: "port" int32, the list's own fields
 constexpr uint32 kMsgThreadComplete = 'mTRF';   // thread workers: "port", "dat", "res_num",
                                                 // "last_modified", "cut" bool: more is missing
+constexpr uint32 kMsgNextThreads = 'mNXL';      // next thread worker: "port", of each one "title",
+                                                // "dat", "count" int32, the likeliest first
+constexpr uint32 kMsgOpenNextThread = 'mNXO';   // menu of these: "url", "dat", "title", "old_dat"
+constexpr uint32 kMsgMoveBookmark = 'mNXB';     // alert: the same and "which" int32, 1 for yes
 constexpr uint32 kMsgBoardMenuChanged = 'mUBV'; // application: the menu file is another
 
 // From the menu to a browser window.
@@ -43,6 +47,8 @@ constexpr uint32 kMsgStartPatrol = 'mBMP';
 constexpr uint32 kMsgOpenBookmarkFolder = 'mBME';
 constexpr uint32 kMsgOpenPrefs = 'mPPG';
 constexpr uint32 kMsgOpenSearch = 'mSRQ';
+constexpr uint32 kMsgFilterThreads = 'mTFL';
+constexpr uint32 kMsgFindNextThread = 'mNXF';
 
 // Between a browser window and its search window.
 constexpr uint32 kMsgSearchStep = 'mSBG';   // to the browser: "thread", "article" bool, "text"

@@ -33,6 +33,14 @@ public:
     // Its cached posts have come: scrolls to where the reader left them.
     void ReturnToPlace(port_id request);
 
+    // The thread on show; empty before the first. Its title comes with its first post.
+    const std::string& Url() const { return fUrl; }
+    const std::string& Dat() const { return fDat; }
+    const std::string& ThreadTitle() const { return fThreadTitle; }
+    int32 CountPosts() const { return fPosts; }
+    // Whether it takes no more posts, or few.
+    bool IsThreadAtItsEnd() const;
+
     NPTextView* TextView() const { return fTextView; }
     const char* GetTitle() const;
     const char* GetText() const;
@@ -79,5 +87,6 @@ private:
     bool fHasReturned = false; // to where the reader left the cached posts
     bool fHasEnded = false;    // all its posts have come
     int32 fPosts = 0;          // that have come
-    std::string fTitle;
+    std::string fTitle;        // as it is shown, with the count of posts at the end
+    std::string fThreadTitle;  // without it
 };
