@@ -28,6 +28,7 @@ std::string LabelOf(const ListedThread& thread) {
     std::string title = CutAtCharacter(thread.title.c_str(), kLongestLabel);
     if (title.size() < thread.title.size())
         title += "…";
+    title.erase(title.find_last_not_of(' ') + 1); // lists leave one behind a title
     return title + " (" + std::to_string(thread.posts) + ")";
 }
 

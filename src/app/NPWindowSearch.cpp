@@ -69,8 +69,11 @@ void NPWindow::_SearchTitles(const char* text) {
         return item != nullptr ? item->ColumnText(kColumnTitle) : nullptr;
     };
     const int32 row = NextTitleMatch(titleAt, text, &fSearchPosition);
-    if (row >= 0)
-        fThreadView->SelectItem(row);
+    if (row < 0)
+        return;
+    fThreadView->SelectItem(row);
+    if (!fThreadView->List()->IsShown(fThreadView->List()->ThreadAt(row)))
+        PostProgressData("見つかったスレッドは絞り込みで隠れています", 0);
 }
 
 void NPWindow::_SearchArticle(const char* text) {

@@ -11,7 +11,10 @@
 #include <TextControl.h>
 #include <Window.h>
 
+#include <algorithm>
 #include <cmath>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -19,28 +22,26 @@ constexpr float kInset = 4;
 constexpr float kButtonSize = 24;
 constexpr float kCountWidth = 96;
 constexpr float kGap = 8;
+constexpr float kLeastField = 200; // with its label
 
 } // namespace
 
 ThreadFilterBar::ThreadFilterBar(BRect frame, BView* list)
     : BView(frame, "filter bar", B_FOLLOW_LEFT_RIGHT | B_FOLLOW_TOP,
-            B_WILL_DRAW | B_FULL_UPDATE_ON_RESIZE),
+            B_WILL_DRAW | B_FRAME_EVENTS | B_FULL_UPDATE_ON_RESIZE),
       fList(list), fCloseIcon(MakeIcon(Icon::kClose)) {
     SetViewColor(ui_color(B_PANEL_BACKGROUND_COLOR));
-    const BRect bounds = Bounds();
-    const float button = bounds.right - kInset - kButtonSize;
-    const float count = button - kGap - kCountWidth;
-    fField = new BTextControl(BRect(kGap, kInset, count - kGap, kInset + kButtonSize - 1), "filter",
-                              "絞り込み：", "", nullptr, B_FOLLOW_LEFT_RIGHT | B_FOLLOW_TOP);
+    const BRect nowhere(0, 0, kButtonSize - 1, kButtonSize - 1);
+    fField = new BTextControl(nowhere, "filter", "絞り込み：", "", nullptr);
     fField->SetModificationMessage(new BMessage(kMsgTyped));
     AddChild(fField);
-    fCount = new BStringView(BRect(count, kInset, button - kGap, kInset + kButtonSize - 1), "count",
-                             "", B_FOLLOW_RIGHT | B_FOLLOW_TOP);
+    fCount = new BStringView(nowhere, "filter count", "");
     fCount->SetAlignment(B_ALIGN_RIGHT);
     AddChild(fCount);
-    AddChild(new NPBitmapButton(
-        BRect(button, kInset, button + kButtonSize - 1, kInset + kButtonSize - 1), "close filter",
-        fCloseIcon.get(), new BMessage(kMsgClose), B_FOLLOW_RIGHT | B_FOLLOW_TOP));
+    fButton = new NPBitmapButton(nowhere, "close filter", fCloseIcon.get(), new BMessage(kMsgClose),
+                                 B_FOLLOW_LEFT | B_FOLLOW_TOP);
+    AddChild(fButton);
+    _Place();
 }
 
 ThreadFilterBar::~ThreadFilterBar() = default;
@@ -49,16 +50,34 @@ void ThreadFilterBar::AttachedToWindow() {
     BView::AttachedToWindow();
     fField->SetDivider(std::ceil(fField->StringWidth(fField->Label())) + kGap);
     fField->SetTarget(Parent());
-    static_cast<BControl*>(FindView("close filter"))->SetTarget(Parent());
+    fButton->SetTarget(Parent());
     const BView* field = fField->TextView();
-    const BView* button = FindView("close filter");
     fKeys = std::make_unique<KeyMessages>(
         Parent(), std::vector<KeyMessages::Key>{{field, B_ESCAPE, kMsgClose},
                                                 {field, B_ENTER, kMsgLeave},
                                                 {field, B_DOWN_ARROW, kMsgLeave},
-                                                {button, B_ESCAPE, kMsgClose},
+                                                {fButton, B_ESCAPE, kMsgClose},
                                                 {fList, B_ESCAPE, kMsgClose}});
     Window()->AddCommonFilter(fKeys.get());
+}
+
+void ThreadFilterBar::FrameResized(float width, float height) {
+    BView::FrameResized(width, height);
+    _Place();
+}
+
+// In a narrow pane the count gives way to the field.
+void ThreadFilterBar::_Place() {
+    float right = Bounds().right - kInset - kButtonSize;
+    fButton->MoveTo(right, kInset);
+    right -= kGap;
+    const bool hasRoom = right > kLeastField + kCountWidth;
+    fCount->MoveTo(hasRoom ? right - kCountWidth : Bounds().right + 1, kInset);
+    fCount->ResizeTo(kCountWidth, kButtonSize - 1);
+    if (hasRoom)
+        right -= kCountWidth + kGap;
+    fField->MoveTo(kGap, kInset);
+    fField->ResizeTo(std::max(right - kGap, 0.0F), kButtonSize - 1);
 }
 
 void ThreadFilterBar::Draw(BRect) {

@@ -8,6 +8,7 @@ class BBitmap;
 class BStringView;
 class BTextControl;
 class KeyMessages;
+class NPBitmapButton;
 
 // The field above the thread list in which its titles are narrowed, with the count of the rows that
 // are shown. Says what happens to its parent; the window's thread.
@@ -32,11 +33,15 @@ public:
 
     void AttachedToWindow() override;
     void Draw(BRect updateRect) override;
+    void FrameResized(float width, float height) override;
 
 private:
+    void _Place();
+
     BView* const fList;
     std::unique_ptr<BBitmap> fCloseIcon;
     std::unique_ptr<KeyMessages> fKeys;
     BTextControl* fField = nullptr;
     BStringView* fCount = nullptr;
+    NPBitmapButton* fButton = nullptr;
 };

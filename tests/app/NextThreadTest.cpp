@@ -19,7 +19,7 @@ constexpr const char* kOldLine = "1012345678.dat<>talk &amp; tea Part9 (980)\n";
 constexpr const char* kLater = "1012999999.dat<>talk &amp; tea Part10 (5)\n"
                                "1012888888.dat<>talk &amp; teas (7)\n"
                                "1012777777.dat<>something else (9)\n";
-const Texts kOffered = {"talk & tea Part10  (5)", "talk & teas  (7)"};
+const Texts kOffered = {"talk & tea Part10 (5)", "talk & teas (7)"};
 
 std::string Answer(const std::string& body) {
     return "HTTP/1.1 200 OK\r\n\r\n" + body;
@@ -36,13 +36,13 @@ std::string Thread(const char* title, int posts) {
 class NextThread : public testing::Test {
 protected:
     void Begin(std::vector<std::string> answers, const char* title = "talk & tea Part9",
-               int posts = 980) {
+               int posts = 980, bool threadOnly = false) {
         std::vector<RawServer::Script> scripts;
         scripts.push_back(RawServer::Reply(Answer(Thread(title, posts))));
         for (const std::string& answer : answers)
             scripts.push_back(RawServer::Reply(Answer(answer)));
         fServer = std::make_unique<RawServer>(scripts);
-        fBrowser = std::make_unique<Browser>(fServer->Port());
+        fBrowser = std::make_unique<Browser>(fServer->Port(), threadOnly);
         Activate(fBrowser->Window(), true);
         fBrowser->SelectThread(kOld);
         ASSERT_TRUE(
@@ -124,6 +124,18 @@ TEST_F(NextThread, IsLookedForAtTheServerWhereTheListDoesNotHaveIt) {
     EXPECT_TRUE(ChooseMenuLine(kOffered[1]));
     EXPECT_TRUE(fBrowser->WaitForThread("talk & teas (7)"));
     EXPECT_EQ(CountAlerts(), 0); // there was no bookmark
+}
+
+TEST_F(NextThread, IsFoundFromAWindowOfOneThread) {
+    Begin({kLater, Thread("talk & tea Part10", 5)}, "talk & tea Part9", 980, true);
+    ASSERT_EQ(NPBookmark::Make(Browser::kBoard, kOld, "talk & tea Part9"), B_OK);
+    EXPECT_EQ(Find(), kOffered);
+    EXPECT_TRUE(ChooseMenuLine(kOffered[0]));
+    EXPECT_NE(WaitForAlert(), "");
+    AnswerAlert(B_ESCAPE);
+    EXPECT_TRUE(fBrowser->WaitForThread("talk & tea Part10 (5)"));
+    EXPECT_TRUE(HasBookmark(kOld));
+    EXPECT_FALSE(HasBookmark(kNew));
 }
 
 TEST_F(NextThread, NoneIsSaidInTheStatusLine) {

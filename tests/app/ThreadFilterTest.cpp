@@ -65,7 +65,7 @@ protected:
     }
     std::string Count() {
         return Look([this]() -> std::string {
-            BView* count = fBrowser.Window()->FindView("count");
+            BView* count = fBrowser.Window()->FindView("filter count");
             return count != nullptr ? static_cast<BStringView*>(count)->Text() : "gone";
         });
     }
