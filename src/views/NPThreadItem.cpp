@@ -50,10 +50,13 @@ const char* NPThreadItem::Dat() const {
     return ColumnText(kColumnDat);
 }
 
-double NPThreadItem::Speed() const {
+int32 NPThreadItem::CountPosts() const {
     const long most = std::numeric_limits<int32>::max();
-    const long posts = std::clamp(ValueOf(*this, kColumnRes), 0L, most);
-    return SpeedOf(static_cast<int32>(posts), Dat(), fListed);
+    return static_cast<int32>(std::clamp(ValueOf(*this, kColumnRes), 0L, most));
+}
+
+double NPThreadItem::Speed() const {
+    return SpeedOf(CountPosts(), Dat(), fListed);
 }
 
 const std::string& NPThreadItem::FoldedTitle() const {

@@ -64,6 +64,8 @@ public:
     int32 Gotten() const { return fGotten; }
     bool IsCached() const { return fCached; }
     thread_status State() const { return fState; }
+    // On the server, when the row was listed.
+    int32 CountPosts() const;
     // Posts a day since the thread was begun.
     double Speed() const;
     // As titles are compared; folded when it is first asked for.

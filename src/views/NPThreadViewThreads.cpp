@@ -1,8 +1,7 @@
 // The rows of threads that are known by their board and their dat.
 #include "views/NPThreadView.h"
 
-#include <algorithm>
-#include <cstdlib>
+#include <string_view>
 
 bool NPThreadView::ListsBoard(const NPUrl& board) const {
     return fList->Mode() == NPThreadListView::kBoardList && board.IsSameBoard(fList->ParsedUrl());
@@ -12,9 +11,7 @@ std::vector<ListedThread> NPThreadView::ListedThreads() const {
     std::vector<ListedThread> threads;
     for (int32 i = 0; i < CountItems(); i++) {
         const NPThreadItem& item = *fList->ThreadAt(i);
-        const char* count = item.ColumnText(kColumnRes);
-        threads.push_back({item.ColumnText(kColumnTitle), item.Dat(),
-                           static_cast<int32>(strtol(count, nullptr, 10))});
+        threads.push_back({item.ColumnText(kColumnTitle), item.Dat(), item.CountPosts()});
     }
     return threads;
 }

@@ -121,6 +121,13 @@ TEST_F(ThreadFilter, HiddenRowsAreReadCountedAndListedAnewAsBefore) {
     fBrowser.SelectThread("2.dat");
     EXPECT_TRUE(fBrowser.WaitUntil([&] { return Rows()->ThreadAt(1)->State() == kRead; }));
     EXPECT_EQ(Shown(), Numbers{3});
+    BMessage search(kMsgSearchStep);
+    search.AddBool("thread", true);
+    search.AddBool("article", false);
+    search.AddString("text", "ニュース");
+    fBrowser.Messenger().SendMessage(&search);
+    EXPECT_TRUE(fBrowser.WaitForStatus("見つかったスレッドは絞り込みで隠れています"));
+    EXPECT_EQ(Look([this] { return Rows()->FullListCurrentSelection(); }), 0);
     Want("ニュー");
     SelectBoard(4);
     EXPECT_TRUE(WaitUntil([&] { return Count() == "3 / 4"; }));
