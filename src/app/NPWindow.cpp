@@ -129,6 +129,13 @@ void NPWindow::MessageReceived(BMessage* message) {
     case kMsgOpenSearch: _OpenSearch(); break;
     case kMsgSearchStep: _SearchStep(message); break;
     case kMsgSearchClosed: _SearchClosed(message); break;
+    case kMsgFilterThreads: _FilterThreads(); break;
+
+    // The next thread
+    case kMsgFindNextThread: _FindNextThread(); break;
+    case kMsgNextThreads: _NextThreadsFound(message); break;
+    case kMsgOpenNextThread: _OpenNextThread(message); break;
+    case kMsgMoveBookmark: _MoveBookmark(message); break;
 
     // From workers
     case kMsgBoardComplete: _BoardComplete(message); break;
@@ -254,6 +261,7 @@ bool NPWindow::QuitRequested() {
         return false;
     _StopWorker(&fSubjectWorker);
     _StopWorker(&fArticleWorker);
+    _StopWorker(&fNextWorker);
     fPatrol.Stop();
     fSearchWindow.Window().SendMessage(B_QUIT_REQUESTED);
     if (!fThreadOnly)
@@ -272,7 +280,7 @@ OpenWindow NPWindow::AsOpen() const {
     open.title = fThreadOnly ? Title() : "";
     open.boardUrl = fBoardUrl;
     open.boardName = fBoardName;
-    open.threadUrl = fArticleView->ThreadUrl();
-    open.threadDat = fArticleView->ThreadDat();
+    open.threadUrl = fArticleView->Url();
+    open.threadDat = fArticleView->Dat();
     return open;
 }

@@ -9,6 +9,8 @@
 #include <Messenger.h>
 
 #include <memory>
+#include <string>
+#include <vector>
 
 class BBitmap;
 class BMenu;
@@ -48,6 +50,7 @@ public:
     bool GetBoardExpand(const char* name) const override;
     int32 GetFontInfo(char (*family)[64], char (*style)[64], float* size) const override;
     void OpenWriteWindow(const PostTarget& target, const char* title, int32 posts) override;
+    void AddThreadItems(BMenu* menu) override;
     void PostProgressData(const char* text, int32 value) override;
     void addThreadItem(port_id request, int32 number, const char* title, const char* count,
                        const char* dat) override;
@@ -81,6 +84,7 @@ public:
     static int32 getSubject(void* job);
     static int32 getSubjectCache(void* job);
     static int32 getBookmark(void* job);
+    static int32 getNextThreads(void* job);
     static int32 getArticle(void* job);
     static int32 getArticle_cgi(void* job);
     static int32 getArticleCache(void* job);
@@ -93,7 +97,9 @@ private:
     BView* _MakePanes(BRect bounds);
     void _AddStatusLine(BView* base);
     int32 SetColumn();
+    void _RestoreHeader();
     void _SaveLayout();
+    void _SaveHeader();
     void _SaveCategories();
     void _PlaceOnScreen();
 
@@ -149,6 +155,17 @@ private:
     void _SearchTitles(const char* text);
     void _SearchArticle(const char* text);
 
+    void _FilterThreads();
+
+    // The thread behind the one on show
+    void _FindNextThread();
+    void _FetchNextThreads(const ListedThread& thread);
+    void _NextThreadsFound(const BMessage* message);
+    void _OfferThreads(const std::vector<ListedThread>& threads);
+    void _OpenNextThread(const BMessage* message);
+    void _AskForBookmark(const BMessage& move);
+    void _MoveBookmark(const BMessage* message);
+
     bool _MustStay() const;
 
     // Requests for new windows
@@ -174,7 +191,9 @@ private:
     std::unique_ptr<BBitmap> fOfflineBitmap;
     std::shared_ptr<WorkerControl> fSubjectWorker; // null when there is none
     std::shared_ptr<WorkerControl> fArticleWorker;
-    std::string fBoardUrl; // of the board that was chosen last; empty before
+    std::shared_ptr<WorkerControl> fNextWorker; // looks for a next thread
+    std::string fNextFor;                       // the dat of the thread that it goes on from
+    std::string fBoardUrl;                      // of the board that was chosen last; empty before
     std::string fBoardName;
     std::string fNews; // what the thread on show has brought; empty: nothing
     BookmarkPatrol fPatrol;

@@ -27,6 +27,10 @@ constexpr float kPaneInset = 1;
 
 constexpr const char* kWidthKeys[] = {"column_no",     "column_thread",   "column_res",
                                       "column_gotten", "column_modified", "column_dat"};
+// Made by the first window that closes, too: what the header has beyond what all programs know.
+constexpr const char* kSpeedWidth = "column_speed";
+constexpr const char* kSpeedPlace = "column_speed_place";
+constexpr const char* kHiddenColumns = "hidden_columns";
 constexpr const char* kBoardColumn = "board_column"; // made by the first window that closes
 
 std::string OrderKey(int32 column) {
@@ -80,6 +84,8 @@ void NPWindow::MenusBeginning() {
     if (fSettings->Get("click_mode", &mode) == B_OK && (mode == 1 || mode == 2) &&
         clickItem != nullptr)
         clickItem->SetMarked(mode == 1);
+    if (BMenuItem* nextItem = fMenuBar->FindItem(kMsgFindNextThread))
+        nextItem->SetEnabled(fArticleView->IsThreadAtItsEnd());
 }
 
 void NPWindow::AddView() {
@@ -100,6 +106,7 @@ void NPWindow::AddView() {
     if (fThreadOnly)
         return;
     SetColumn();
+    _RestoreHeader();
     if (fSettings->Get("board_barpos", &barPosition) == B_OK)
         fBoardView->SetScrollBarPosition(barPosition);
     if (fSettings->Get(kBoardColumn, &boardColumn) == B_OK)
@@ -155,11 +162,32 @@ int32 NPWindow::SetColumn() {
             return status;
     }
     fThreadView->SetColumnWidth(widths);
-    int32 order[kThreadColumnCount];
-    for (int32 i = 0; i < kThreadColumnCount; i++)
+    int32 order[kOrderedColumnCount];
+    for (int32 i = 0; i < kOrderedColumnCount; i++)
         order[i] = Setting(*fSettings, OrderKey(i).c_str(), i);
     fThreadView->SetColumnOrder(order);
     return B_OK;
+}
+
+void NPWindow::_RestoreHeader() {
+    ThreadHeader header = fThreadView->GetHeader();
+    BString hidden;
+    float width = 0;
+    int32 place = 0;
+    if (fSettings->Get(kSpeedWidth, &width) == B_OK)
+        header.speedWidth = width;
+    if (fSettings->Get(kSpeedPlace, &place) == B_OK)
+        header.speedPlace = place;
+    if (fSettings->Get(kHiddenColumns, &hidden) == B_OK)
+        header.hidden = hidden.String();
+    fThreadView->SetHeader(header);
+}
+
+void NPWindow::_SaveHeader() {
+    const ThreadHeader header = fThreadView->GetHeader();
+    fSettings->PutAt(kSpeedWidth, 0, header.speedWidth);
+    fSettings->PutAt(kSpeedPlace, 0, header.speedPlace);
+    fSettings->PutAt(kHiddenColumns, 0, header.hidden.c_str());
 }
 
 void NPWindow::_SaveLayout() {
@@ -172,10 +200,11 @@ void NPWindow::_SaveLayout() {
     fThreadView->GetColumnWidth(widths);
     for (size_t i = 0; i < std::size(kWidthKeys); i++)
         fSettings->Replace(kWidthKeys[i], widths[i]);
-    int32 order[kThreadColumnCount];
+    int32 order[kOrderedColumnCount];
     fThreadView->GetColumnOrder(order);
-    for (int32 i = 0; i < kThreadColumnCount; i++)
+    for (int32 i = 0; i < kOrderedColumnCount; i++)
         fSettings->Replace(OrderKey(i).c_str(), order[i]);
+    _SaveHeader();
     _SaveCategories();
     fSettings->PutAt(kBoardColumn, 0, fBoardView->GetColumnWidth());
     fSettings->Replace("board_barpos", fBoardView->GetScrollBarPosition());

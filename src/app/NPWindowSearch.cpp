@@ -20,6 +20,11 @@ void NPWindow::_OpenSearch() {
         fSearchWindow.Open([this] { return new NPSearchWindow(BMessenger(this)); });
 }
 
+void NPWindow::_FilterThreads() {
+    if (!fThreadOnly)
+        fThreadView->OpenFilter();
+}
+
 // The next window searches the titles from the top, but goes on in the article.
 void NPWindow::_SearchClosed(const BMessage* message) {
     BMessenger closed;
@@ -64,8 +69,11 @@ void NPWindow::_SearchTitles(const char* text) {
         return item != nullptr ? item->ColumnText(kColumnTitle) : nullptr;
     };
     const int32 row = NextTitleMatch(titleAt, text, &fSearchPosition);
-    if (row >= 0)
-        fThreadView->SelectItem(row);
+    if (row < 0)
+        return;
+    fThreadView->SelectItem(row);
+    if (!fThreadView->List()->IsShown(fThreadView->List()->ThreadAt(row)))
+        PostProgressData("見つかったスレッドは絞り込みで隠れています", 0);
 }
 
 void NPWindow::_SearchArticle(const char* text) {

@@ -52,6 +52,10 @@ int32 NPWindow::getBookmark(void* data) {
     return BookmarkListing(TakeOverJob<SubjectJob>(data, "getBookmark")).Run();
 }
 
+int32 NPWindow::getNextThreads(void* data) {
+    return NextThreadSearch(TakeOverJob<NextThreadJob>(data, "getNextThreads")).Run();
+}
+
 int32 NPWindow::getArticle(void* data) {
     return ArticleDownload(TakeOverJob<ThreadJob>(data, "getArticle")).Run();
 }
@@ -257,8 +261,11 @@ bool NPWindow::_EndWorker(std::shared_ptr<WorkerControl>* worker, const BMessage
     return true;
 }
 
-// A thread's worker that was refused by its server ends this way too.
+// A thread's worker that was refused by its server ends this way too, and one that looks for the
+// next thread.
 void NPWindow::_BoardComplete(BMessage* message) {
+    if (_EndWorker(&fNextWorker, message))
+        return;
     if (_EndWorker(&fArticleWorker, message)) {
         fPatrol.StepEnded();
         return;

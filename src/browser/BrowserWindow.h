@@ -5,6 +5,7 @@
 
 #include <ctime>
 
+class BMenu;
 struct PostTarget;
 struct _ArticleOut;
 
@@ -24,6 +25,9 @@ public:
     virtual int32 GetFontInfo(char (*family)[64], char (*style)[64], float* size) const = 0;
     // For the thread that the article pane shows, with the posts that it has.
     virtual void OpenWriteWindow(const PostTarget& target, const char* title, int32 posts) = 0;
+
+    // What the window offers for the thread on show, behind the items of the posts' own menu.
+    virtual void AddThreadItems(BMenu* menu) = 0;
 
     // The status line.
     virtual void PostProgressData(const char* text, int32 value) = 0;

@@ -33,6 +33,17 @@ std::string FileName(const char* server, const char* board, const char* dat) {
     return PlainName(server, folder.c_str(), dat);
 }
 
+status_t RemoveFile(const std::string& name) {
+    BDirectory folder;
+    BEntry entry;
+    if (!IsGoodComponent(name.c_str()))
+        return B_BAD_VALUE;
+    status_t status = NPBookmark::GetBookmarkDirectory(&folder);
+    if (status == B_OK)
+        status = folder.FindEntry(name.c_str(), &entry);
+    return status == B_OK ? entry.Remove() : status;
+}
+
 } // namespace
 
 bool NPBookmark::AreGoodNames(const char* server, const char* board, const char* dat) {
@@ -137,6 +148,10 @@ bool NPBookmark::HasBookmark(const char* server, const char* board, const char* 
            folder.Contains(name.c_str(), B_FILE_NODE);
 }
 
+status_t NPBookmark::Remove(const char* server, const char* board, const char* dat) {
+    return RemoveFile(FileName(server, board, dat));
+}
+
 bool NPBookmark::HoldsPlain(const char* server, const char* board, const char* dat) {
     const std::string name = PlainName(server, board, dat);
     BDirectory folder;
@@ -145,13 +160,5 @@ bool NPBookmark::HoldsPlain(const char* server, const char* board, const char* d
 }
 
 status_t NPBookmark::RemovePlain(const char* server, const char* board, const char* dat) {
-    const std::string name = PlainName(server, board, dat);
-    BDirectory folder;
-    BEntry entry;
-    if (!IsGoodComponent(name.c_str()))
-        return B_BAD_VALUE;
-    status_t status = GetBookmarkDirectory(&folder);
-    if (status == B_OK)
-        status = folder.FindEntry(name.c_str(), &entry);
-    return status == B_OK ? entry.Remove() : status;
+    return RemoveFile(PlainName(server, board, dat));
 }

@@ -50,6 +50,9 @@ public:
                          std::string* trouble = nullptr);
     static bool HasBookmark(const char* server, const char* board, const char* dat);
 
+    // Of any board.
+    static status_t Remove(const char* server, const char* board, const char* dat);
+
     // For the thread list. A board folder with "/" has no file of this plain name: nothing is
     // found, and nothing removed, for such boards.
     static bool HoldsPlain(const char* server, const char* board, const char* dat);

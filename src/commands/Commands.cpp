@@ -39,6 +39,8 @@ constexpr Command kCommands[] = {
     {"quit", kFile, "終了", B_QUIT_REQUESTED, "Ctrl+Q", Target::kApplication, Place::kMenu, true},
     {"search", kEdit, "検索", kMsgOpenSearch, "Ctrl+S"},
     Separator(kEdit),
+    {"filter", kEdit, "スレッドの絞り込み", kMsgFilterThreads, "Ctrl+F"},
+    {"next_thread", kEdit, "次スレを探す", kMsgFindNextThread, ""},
     {"search_cache", kEdit, "キャッシュから探す", kMsgOpenCacheSearch, "Ctrl+Shift+S"},
     {"noise", kEdit, "NG", kMsgOpenNoise, ""},
     {"keys", kEdit, "キー", kMsgOpenKeys, ""},

@@ -15,10 +15,10 @@ constexpr uint32 kMsgWindowClosed = 'mWQT';   // every browser window as it clos
 constexpr uint32 kMsgBusyCursor = 'mTMC';     // workers: "cursor" bool
 constexpr uint32 kMsgThreadInWindow = 'mTNW'; // window: "frame", "dat", "url", "title", "parent"
 constexpr uint32 kMsgThreadInWindowCached = 'mTCW'; // also "jump" int32: a post's number
-constexpr uint32 kMsgBoardInWindow = 'mBNW'; // window: "frame", "board", "url"
+constexpr uint32 kMsgBoardInWindow = 'mBNW';        // window: "frame", "board", "url"
 constexpr uint32 kMsgBoardInWindowCached = 'mBNC';
 constexpr uint32 kMsgNoiseChanged = 'mNGC'; // whoever changes the rules that hide posts; broadcast
-constexpr uint32 kMsgKeysChanged = 'mKYC';     // the window of keys; broadcast
+constexpr uint32 kMsgKeysChanged = 'mKYC';  // the window of keys; broadcast
 constexpr uint32 kMsgUpdateBoardMenu = 'mUBT'; // menu
 constexpr uint32 kMsgUpdateEnded =
     'mUBF'; // update window as it closes: "complete" bool; its worker: "menu" raw bytes
@@ -37,6 +37,10 @@ constexpr uint32 kMsgThreadSelectedCached = 'mTSC';
 constexpr uint32 kMsgBoardComplete = 'mBRF'; // subject workers: "port" int32, the list's own fields
 constexpr uint32 kMsgThreadComplete = 'mTRF';   // thread workers: "port", "dat", "res_num",
                                                 // "last_modified", "cut" bool: more is missing
+constexpr uint32 kMsgNextThreads = 'mNXL';      // next thread worker: "port", of each one "title",
+                                                // "dat", "count" int32, the likeliest first
+constexpr uint32 kMsgOpenNextThread = 'mNXO';   // menu of these: "url", "dat", "title", "old_dat"
+constexpr uint32 kMsgMoveBookmark = 'mNXB';     // alert: the same and "which" int32, 1 for yes
 constexpr uint32 kMsgBoardMenuChanged = 'mUBV'; // application: the menu file is another
 
 // From the menu to a browser window.
@@ -45,6 +49,8 @@ constexpr uint32 kMsgStartPatrol = 'mBMP';
 constexpr uint32 kMsgOpenBookmarkFolder = 'mBME';
 constexpr uint32 kMsgOpenPrefs = 'mPPG';
 constexpr uint32 kMsgOpenSearch = 'mSRQ';
+constexpr uint32 kMsgFilterThreads = 'mTFL';
+constexpr uint32 kMsgFindNextThread = 'mNXF';
 constexpr uint32 kMsgOpenNoise = 'mNGO';
 constexpr uint32 kMsgOpenCacheSearch = 'mCSO';
 constexpr uint32 kMsgOpenKeys = 'mKYO';

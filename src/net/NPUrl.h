@@ -20,6 +20,11 @@ public:
     const char* Host() const { return fStatus == 0 ? fHost.c_str() : nullptr; }
     const char* Board() const { return fStatus == 0 ? fBoard.c_str() : nullptr; }
 
+    // Whether both were parsed and lead to one board.
+    bool IsSameBoard(const NPUrl& other) const {
+        return fStatus == 0 && other.fStatus == 0 && fHost == other.fHost && fBoard == other.fBoard;
+    }
+
 private:
     int32 fStatus = -1;
     std::string fHost;

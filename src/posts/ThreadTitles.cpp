@@ -26,6 +26,9 @@ bool IsDigit(char c) {
 }
 
 TitleParts PartsOf(std::string_view title) {
+    // Lists leave a space behind a title.
+    while (title.ends_with(' '))
+        title.remove_suffix(1);
     const std::string folded = Folded(title);
     TitleParts parts;
     for (size_t at = 0; at < folded.size();) {

@@ -101,6 +101,11 @@ void SettingsFile::PutAt(const char* key, int32 index, bool value) {
             [&] { return ReplaceBool(key, index, value) == B_OK ? B_OK : AddBool(key, value); });
 }
 
+void SettingsFile::PutAt(const char* key, int32 index, int32 value) {
+    _Change(key, index,
+            [&] { return ReplaceInt32(key, index, value) == B_OK ? B_OK : AddInt32(key, value); });
+}
+
 void SettingsFile::PutAt(const char* key, int32 index, float value) {
     _Change(key, index,
             [&] { return ReplaceFloat(key, index, value) == B_OK ? B_OK : AddFloat(key, value); });

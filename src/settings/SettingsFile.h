@@ -56,6 +56,7 @@ public:
 
     // Replaces the value at an index, or adds one at the end when there is none.
     void PutAt(const char* key, int32 index, bool value);
+    void PutAt(const char* key, int32 index, int32 value);
     void PutAt(const char* key, int32 index, float value);
     void PutAt(const char* key, int32 index, const char* value);
 

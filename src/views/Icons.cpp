@@ -113,6 +113,13 @@ constexpr Rows kWrite = {
     "..kkkk..........", "..kk............", "................", "................",
 };
 
+constexpr Rows kClose = {
+    "................", "................", "................", "................",
+    "....k......k....", ".....k....k.....", "......k..k......", ".......kk.......",
+    ".......kk.......", "......k..k......", ".....k....k.....", "....k......k....",
+    "................", "................", "................", "................",
+};
+
 Rows* RowsOf(Icon icon) {
     switch (icon) {
     case Icon::kThreadNotFetched: return &kThreadNotFetched;
@@ -128,6 +135,7 @@ Rows* RowsOf(Icon icon) {
     case Icon::kReload: return &kReload;
     case Icon::kReloadFromScratch: return &kReloadFromScratch;
     case Icon::kWrite: return &kWrite;
+    case Icon::kClose: return &kClose;
     }
     return &kBoard;
 }

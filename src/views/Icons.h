@@ -19,6 +19,7 @@ enum class Icon {
     kReload,
     kReloadFromScratch,
     kWrite,
+    kClose,
 };
 
 // A bitmap of the icon, drawn from the program's own table.

@@ -7,6 +7,7 @@
 #include "net/lines.h"
 #include "noise/NoiseStore.h"
 #include "post/PostTarget.h"
+#include "posts/ThreadEnd.h"
 #include "text/html.h"
 #include "views/Icons.h"
 #include "views/NPBitmapButton.h"
@@ -154,6 +155,7 @@ void NPArticleView::_Clear() {
     fHasTitle = fHasReturned = fHasEnded = false;
     fPosts = 0;
     _ShowTitle("");
+    fThreadTitle.clear();
 }
 
 // The cached posts may be shown again: a reader who has gone on in them returns there.
@@ -171,6 +173,13 @@ void NPArticleView::ReturnToPlace(port_id request) {
     ReadBarPosition();
     fHasReturned = true;
     fPostsBefore = fPosts;
+}
+
+bool NPArticleView::IsThreadAtItsEnd() const {
+    const int32 last = fTextView->ArticleAt(fPosts);
+    const int32 length = fTextView->TextLength();
+    return last >= 0 && IsAtItsEnd(fPosts, std::string_view(fTextView->Text() + last,
+                                                            static_cast<size_t>(length - last)));
 }
 
 bool NPArticleView::_HasPlace() const {
@@ -210,6 +219,7 @@ void NPArticleView::addArticleItem(port_id request, const char* title, int32 num
         BString decoded(title);
         ReplaceHTMLEscapeString(&decoded);
         _ShowTitle(decoded.String());
+        fThreadTitle = fTitle;
         fHasTitle = true;
     }
     if (article.name == nullptr && article.date == nullptr && article.message == nullptr &&

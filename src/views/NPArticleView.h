@@ -33,9 +33,13 @@ public:
     // Its cached posts have come: scrolls to where the reader left them.
     void ReturnToPlace(port_id request);
 
-    // The thread on show; both empty before the first.
-    const std::string& ThreadUrl() const { return fUrl; }
-    const std::string& ThreadDat() const { return fDat; }
+    // The thread on show; empty before the first. Its title comes with its first post.
+    const std::string& Url() const { return fUrl; }
+    const std::string& Dat() const { return fDat; }
+    const std::string& ThreadTitle() const { return fThreadTitle; }
+    int32 CountPosts() const { return fPosts; }
+    // Whether it takes no more posts, or few.
+    bool IsThreadAtItsEnd() const;
     // How many posts the present request has brought behind the cached ones.
     int32 CountNew() const { return fHasReturned ? fPosts - fPostsBefore : 0; }
 
@@ -94,7 +98,8 @@ private:
     bool fHasReturned = false; // to where the reader left the cached posts
     bool fHasEnded = false;    // all its posts have come
     int32 fGoTo = 0;
-    int32 fPostsBefore = 0; // in the cache
-    int32 fPosts = 0;       // that have come
-    std::string fTitle;
+    int32 fPostsBefore = 0;   // in the cache
+    int32 fPosts = 0;         // that have come
+    std::string fTitle;       // as it is shown, with the count of posts at the end
+    std::string fThreadTitle; // without it
 };

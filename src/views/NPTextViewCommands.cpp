@@ -1,6 +1,7 @@
 // The article's context menu, its commands, its keys.
 #include "views/NPTextView.h"
 
+#include "browser/BrowserWindow.h"
 #include "messages/Messages.h"
 #include "net/SearchAddress.h"
 #include "settings/Services.h"
@@ -61,6 +62,8 @@ void NPTextView::_OpenMenu(BPoint where, BPoint screen) {
     BPopUpMenu* menu = new BPopUpMenu("menu", false, false);
     GetRightClickMenu(menu, OffsetAt(where));
     menu->SetTargetForItems(this);
+    if (BrowserWindow* window = dynamic_cast<BrowserWindow*>(Window()))
+        window->AddThreadItems(menu);
     menu->SetAsyncAutoDestruct(true);
     const BRect open(screen.x - kOpenReach, screen.y - kOpenReach, screen.x + kOpenReach,
                      screen.y + kOpenReach);

@@ -1,10 +1,17 @@
 #include "views/NPThreadItem.h"
 
+#include "posts/ThreadTitles.h"
+#include "text/Folding.h"
+
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <limits>
 
 namespace {
+
+constexpr double kRoundSpeed = 10; // posts a day; below it a digit behind the point is shown
 
 template <typename T>
 int32 Compare(T a, T b) {
@@ -26,7 +33,8 @@ int32 CompareTexts(const CLVListItem& a, const CLVListItem& b, int32 column) {
 
 NPThreadItem::NPThreadItem(const Info& info)
     : CLVEasyItem(0, false, false), fNumber(info.number), fState(info.state), fCached(info.cached),
-      fMarked(info.markIcon != nullptr), fGotten(info.gotten), fModified(info.modified) {
+      fMarked(info.markIcon != nullptr), fGotten(info.gotten), fModified(info.modified),
+      fListed(info.listed) {
     char number[16];
     snprintf(number, sizeof(number), "%ld", static_cast<long>(info.number));
     SetColumnContent(kColumnNumber, number, B_ALIGN_RIGHT);
@@ -40,6 +48,39 @@ NPThreadItem::NPThreadItem(const Info& info)
 
 const char* NPThreadItem::Dat() const {
     return ColumnText(kColumnDat);
+}
+
+int32 NPThreadItem::CountPosts() const {
+    const long most = std::numeric_limits<int32>::max();
+    return static_cast<int32>(std::clamp(ValueOf(*this, kColumnRes), 0L, most));
+}
+
+double NPThreadItem::Speed() const {
+    return SpeedOf(CountPosts(), Dat(), fListed);
+}
+
+const std::string& NPThreadItem::FoldedTitle() const {
+    if (fFoldedTitle.empty())
+        fFoldedTitle = Folded(ColumnText(kColumnTitle));
+    return fFoldedTitle;
+}
+
+void NPThreadItem::DrawItemColumn(BView* owner, BRect cell, int32 column) {
+    if (column == kColumnSpeed)
+        DrawText(owner, cell, ColumnText(column), B_ALIGN_RIGHT);
+    else
+        CLVEasyItem::DrawItemColumn(owner, cell, column);
+}
+
+const char* NPThreadItem::ColumnText(int32 column) const {
+    if (column != kColumnSpeed)
+        return CLVEasyItem::ColumnText(column);
+    const double speed = Speed();
+    char text[32] = "";
+    if (speed > 0)
+        snprintf(text, sizeof(text), speed < kRoundSpeed ? "%.1f" : "%.0f", speed);
+    fSpeedText = text;
+    return fSpeedText.c_str();
 }
 
 void NPThreadItem::_ShowCounts() {
@@ -92,6 +133,7 @@ int32 NPThreadItem::CompareItems(const CLVListItem* itemA, const CLVListItem* it
     case kColumnGotten: return Compare(ValueOf(a, column), ValueOf(b, column));
     case kColumnState: return Compare(b.fState, a.fState);
     case kColumnModified: return Compare(a.fModified, b.fModified);
+    case kColumnSpeed: return Compare(a.Speed(), b.Speed());
     case kColumnMark: return a.fMarked == b.fMarked ? 0 : a.fMarked ? -1 : 1;
     default: return CompareTexts(a, b, column);
     }

@@ -13,7 +13,8 @@ enum thread_status {
     kNewPosts = 3,   // the server has more than the cached copy
 };
 
-// The thread list's columns.
+// The thread list's columns. Settings files know the order of the first eight as one list, which
+// other programs read too: what is added later has settings of its own.
 enum ThreadColumn : int32 {
     kColumnNumber,
     kColumnState,
@@ -23,6 +24,8 @@ enum ThreadColumn : int32 {
     kColumnModified,
     kColumnDat,
     kColumnMark,
+    kOrderedColumnCount,
+    kColumnSpeed = kOrderedColumnCount,
     kThreadColumnCount,
 };
 
@@ -41,6 +44,7 @@ public:
         bool cached = false;
         int32 gotten = 0;    // posts in the cached copy
         time_t modified = 0; // of the cached copy
+        time_t listed = 0;   // when the server's count was this
     };
     explicit NPThreadItem(const Info& info);
 
@@ -60,6 +64,15 @@ public:
     int32 Gotten() const { return fGotten; }
     bool IsCached() const { return fCached; }
     thread_status State() const { return fState; }
+    // On the server, when the row was listed.
+    int32 CountPosts() const;
+    // Posts a day since the thread was begun.
+    double Speed() const;
+    // As titles are compared; folded when it is first asked for.
+    const std::string& FoldedTitle() const;
+
+    void DrawItemColumn(BView* owner, BRect cell, int32 column) override;
+    const char* ColumnText(int32 column) const override;
 
     // Below 0 when a comes first in ascending order; higher states come first.
     static int32 CompareItems(const CLVListItem* a, const CLVListItem* b, int32 column);
@@ -74,4 +87,7 @@ private:
     bool fMarked;
     int32 fGotten;
     time_t fModified;
+    const time_t fListed;
+    mutable std::string fSpeedText; // written when it is shown
+    mutable std::string fFoldedTitle;
 };

@@ -20,16 +20,20 @@ NPThreadListView::NPThreadListView(BRect frame)
     : ClickListView(frame, "thread list", Hierarchy::kFlat),
       fNotFetchedIcon(MakeIcon(Icon::kThreadNotFetched)), fBookmarkIcon(MakeIcon(Icon::kBookmark)) {
     SetSortFunction(NPThreadItem::CompareItems);
-    const uint32 sorts = CLVColumn::kSortable;
-    const uint32 fixed = CLVColumn::kSortable | CLVColumn::kNotResizable;
+    // The title stays: a list without any column would show nothing to bring it back by.
+    const uint32 title = CLVColumn::kSortable;
+    const uint32 sorts = CLVColumn::kSortable | CLVColumn::kHideable;
+    const uint32 fixed = sorts | CLVColumn::kNotResizable;
+    const CLVSortMode unsorted = CLVSortMode::kNone;
     AddColumn({"No.", 35, 20, sorts, CLVSortMode::kAscending});
-    AddColumn({"S", 20, 20, fixed});
-    AddColumn({"スレッド", 250, 20, sorts});
+    AddColumn({"S", 20, 20, fixed, unsorted, true, "S（状態）"});
+    AddColumn({"スレッド", 250, 20, title});
     AddColumn({"レス", 45, 20, sorts});
     AddColumn({"既得", 45, 20, sorts});
     AddColumn({"更新日時", 150, 20, sorts});
     AddColumn({".dat", 100, 20, sorts});
-    AddColumn({"B", 20, 20, fixed});
+    AddColumn({"B", 20, 20, fixed, unsorted, true, "B（ブックマーク）"});
+    AddColumn({"勢い", 45, 20, sorts, unsorted, false});
 }
 
 void NPThreadListView::SetUrl(const char* url) {

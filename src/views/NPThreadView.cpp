@@ -6,6 +6,7 @@
 #include "messages/Messages.h"
 #include "text/html.h"
 #include "views/Icons.h"
+#include "views/ThreadFilterBar.h"
 #include "widgets/CLVContainerView.h"
 
 #include <Directory.h>
@@ -17,12 +18,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <iterator>
 
 namespace {
-
-constexpr int32 kWidthColumns[] = {kColumnNumber, kColumnTitle,    kColumnRes,
-                                   kColumnGotten, kColumnModified, kColumnDat};
 
 // What a finished download tells of a thread.
 struct Refresh {
@@ -51,7 +48,8 @@ NPThreadView::NPThreadView(BRect frame)
     fStateIcons[kRead] = MakeIcon(Icon::kThreadRead);
     fStateIcons[kNewPosts] = MakeIcon(Icon::kThreadNew);
     fList = new NPThreadListView(Bounds());
-    AddChild(new CLVContainerView(Bounds(), fList));
+    fContainer = new CLVContainerView(Bounds(), fList);
+    AddChild(fContainer);
 }
 
 void NPThreadView::AttachedToWindow() {
@@ -69,6 +67,7 @@ void NPThreadView::addThreadItem(port_id request, int32 number, const char* titl
         fList->SetUrl(title);
         fList->SetMode(NPThreadListView::kBoardList);
         fRequest = request;
+        fListed = time(nullptr);
         return;
     }
     if (request != fRequest)
@@ -81,6 +80,7 @@ void NPThreadView::addThreadItem(port_id request, int32 number, const char* titl
     info.title = decoded.String();
     info.res = count;
     info.dat = dat;
+    info.listed = fListed;
     info.markIcon = IsBookmarked(dat) ? fBookmarkIcon.get() : nullptr;
     info.cached = FindDat(dat, &info.gotten, &info.modified);
     if (info.cached)
@@ -98,6 +98,7 @@ void NPThreadView::addBookmarkItem(port_id request, int32 number, const char* ti
         fList->ClearAllItems();
         fList->SetMode(NPThreadListView::kBookmarkList);
         fRequest = request;
+        fListed = time(nullptr);
         return;
     }
     if (request != fRequest)
@@ -107,6 +108,7 @@ void NPThreadView::addBookmarkItem(port_id request, int32 number, const char* ti
     info.title = title;
     info.res = count;
     info.dat = dat;
+    info.listed = fListed;
     info.markIcon = fBookmarkIcon.get();
     info.gotten = static_cast<int32>(strtol(count, nullptr, 10));
     info.modified = modified;
@@ -188,16 +190,6 @@ std::vector<int32> NPThreadView::BookmarkNumbers() {
     return numbers;
 }
 
-void NPThreadView::GetColumnWidth(float* widths) const {
-    for (const int32 column : kWidthColumns)
-        *widths++ = fList->ColumnWidth(column);
-}
-
-void NPThreadView::SetColumnWidth(const float* widths) {
-    for (const int32 column : kWidthColumns)
-        fList->SetColumnWidth(column, *widths++);
-}
-
 void NPThreadView::MessageReceived(BMessage* message) {
     bool sorts = false;
     switch (message->what) {
@@ -205,7 +197,11 @@ void NPThreadView::MessageReceived(BMessage* message) {
     case kMsgBoardComplete:
         if (message->FindBool("sort_modification", &sorts) == B_OK && sorts)
             _SortByModification();
+        _ShowFilterCount();
         break;
+    case ThreadFilterBar::kMsgTyped: _FilterRows(); break;
+    case ThreadFilterBar::kMsgLeave: _LeaveFilter(); break;
+    case ThreadFilterBar::kMsgClose: CloseFilter(); break;
     default: BView::MessageReceived(message);
     }
 }

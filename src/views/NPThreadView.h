@@ -1,6 +1,8 @@
 #pragma once
 
+#include "posts/ThreadTitles.h"
 #include "views/NPThreadListView.h"
+#include "views/ThreadHeader.h"
 
 #include <OS.h>
 #include <View.h>
@@ -8,6 +10,9 @@
 #include <ctime>
 #include <memory>
 #include <vector>
+
+class CLVContainerView;
+class ThreadFilterBar;
 
 // The thread pane: holds the thread list and fills it with what the workers bring. Everything needs
 // the window locked.
@@ -50,10 +55,27 @@ public:
     // dat.
     void GetColumnWidth(float* widths) const;
     void SetColumnWidth(const float* widths);
-    // Eight columns from left to right.
-    void GetColumnOrder(int32* order) const { fList->GetDisplayOrder(order); }
-    void SetColumnOrder(const int32* order) { fList->SetDisplayOrder(order); }
+    // The eight columns that settings files know from left to right, without the one of the speed,
+    // which goes to the right end.
+    void GetColumnOrder(int32* order) const;
+    void SetColumnOrder(const int32* order);
+    // What else the header remembers. What can't be is ignored.
+    ThreadHeader GetHeader() const;
+    void SetHeader(const ThreadHeader& header);
     NPThreadListView* List() const { return fList; }
+
+    // Whether the list is that of this thread's board.
+    bool ListsBoard(const NPUrl& board) const;
+    std::vector<ListedThread> ListedThreads() const;
+    // Selects the thread's row, where there is one in a board's list.
+    void SelectThread(const NPUrl& board, const char* dat);
+    // Shows whether the thread has a bookmark.
+    void MarkThread(const NPUrl& board, const char* dat, bool hasBookmark);
+
+    // The field above the list that narrows it; a second time it is only gone to. It stays, for
+    // whatever list comes, until it is closed, which shows all rows again.
+    void OpenFilter();
+    void CloseFilter();
 
     void AttachedToWindow() override;
     void MessageReceived(BMessage* message) override;
@@ -63,11 +85,19 @@ private:
     void ChangeState(const BMessage* message);
     void ChangeStateBookmark(const BMessage* message);
     void _SortByModification();
+    void _FilterRows();
+    void _ShowFilterCount();
+    void _LeaveFilter();
+    void _PlaceList(float top);
+    std::vector<int32> _RowsOf(const NPUrl& board, const char* dat) const;
     const BBitmap* _StateIcon(thread_status state) const { return fStateIcons[state].get(); }
 
     NPThreadListView* fList = nullptr;
+    CLVContainerView* fContainer = nullptr;
+    ThreadFilterBar* fFilterBar = nullptr; // null while all rows are shown
     std::unique_ptr<BBitmap> fStateIcons[4];
     std::unique_ptr<BBitmap> fBookmarkIcon;
     port_id fRequest = -1;
+    time_t fListed = 0;         // when the list began
     bool fHasBookmarks = false; // the bookmark folder stood when the list began
 };

@@ -5,7 +5,9 @@
 #include <Cursor.h>
 #include <Font.h>
 #include <InterfaceDefs.h>
+#include <Message.h>
 #include <String.h>
+#include <Window.h>
 
 #include <algorithm>
 #include <cmath>
@@ -28,7 +30,7 @@ void CLVColumnLabelView::AttachedToWindow() {
 }
 
 float CLVColumnLabelView::_RightOf(int32 column) const {
-    return fList->ColumnLeft(column) + fList->ColumnWidth(column);
+    return fList->ColumnLeft(column) + fList->ColumnAt(column).ShownWidth();
 }
 
 int32 CLVColumnLabelView::_ColumnAt(float x) const {
@@ -41,7 +43,8 @@ int32 CLVColumnLabelView::_ColumnAt(float x) const {
 
 int32 CLVColumnLabelView::_GripAt(float x) const {
     for (int32 column = 0; column < fList->CountColumns(); column++) {
-        if (!fList->ColumnAt(column).Is(CLVColumn::kNotResizable) &&
+        const CLVColumn& info = fList->ColumnAt(column);
+        if (info.isShown && !info.Is(CLVColumn::kNotResizable) &&
             fabsf(x - _RightOf(column)) <= kGripReach)
             return column;
     }
@@ -53,7 +56,7 @@ void CLVColumnLabelView::Draw(BRect updateRect) {
     for (int32 column = 0; column < fList->CountColumns(); column++) {
         const BRect rect(fList->ColumnLeft(column), bounds.top, _RightOf(column) - 1,
                          bounds.bottom);
-        if (rect.Intersects(updateRect))
+        if (fList->ColumnAt(column).isShown && rect.Intersects(updateRect))
             _DrawLabel(column, rect);
     }
     SetHighColor(ui_color(B_CONTROL_BORDER_COLOR));
@@ -100,6 +103,13 @@ void CLVColumnLabelView::_DrawSortArrow(BRect rect, bool ascending) {
 }
 
 void CLVColumnLabelView::MouseDown(BPoint where) {
+    int32 buttons = B_PRIMARY_MOUSE_BUTTON;
+    if (BMessage* message = Window()->CurrentMessage())
+        message->FindInt32("buttons", &buttons);
+    if ((buttons & B_SECONDARY_MOUSE_BUTTON) != 0) {
+        fList->OpenHeaderMenu(ConvertToScreen(where));
+        return;
+    }
     const int32 grip = _GripAt(where.x);
     fColumn = grip >= 0 ? grip : _ColumnAt(where.x);
     if (fColumn < 0)

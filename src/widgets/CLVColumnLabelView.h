@@ -5,8 +5,8 @@
 class ColumnListView;
 
 // The header of a ColumnListView: labels with the sort arrow, grips between them. A click on a
-// label sorts, a drag on it moves the column, a drag on a grip changes a width. Scrolls with its
-// list.
+// label sorts, a drag on it moves the column, a drag on a grip changes a width; the secondary
+// button opens the menu that shows and hides columns. Scrolls with its list.
 class CLVColumnLabelView : public BView {
 public:
     static constexpr float kHeight = 22;

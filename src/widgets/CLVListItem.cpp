@@ -64,6 +64,13 @@ void CLVEasyItem::DrawItemColumn(BView* owner, BRect rect, int32 column) {
     owner->SetDrawingMode(B_OP_COPY);
 }
 
+void CLVEasyItem::DrawText(BView* owner, BRect rect, const char* text, alignment align) {
+    Cell cell;
+    cell.text = text;
+    cell.align = align;
+    _DrawText(owner, rect, cell);
+}
+
 void CLVEasyItem::_DrawText(BView* owner, BRect rect, const Cell& cell) {
     // Text that stands at the right may use the cell up to its left edge: numbers need it.
     const float leftInset = cell.align == B_ALIGN_RIGHT ? 0 : kTextInset;

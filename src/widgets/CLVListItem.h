@@ -56,6 +56,10 @@ public:
     void DrawItemColumn(BView* owner, BRect cell, int32 column) override;
     const char* ColumnText(int32 column) const override;
 
+protected:
+    // A text as a cell shows it.
+    static void DrawText(BView* owner, BRect rect, const char* text, alignment align);
+
 private:
     struct Cell {
         enum class Kind { kEmpty, kText, kBitmap };

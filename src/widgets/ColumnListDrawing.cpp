@@ -48,9 +48,10 @@ void ColumnListView::_DrawRow(CLVListItem* row, BRect rect, BRect updateRect) {
         FillRect(rect, B_SOLID_LOW);
     float left = 0;
     for (const int32 column : fOrder) {
-        const BRect cell(left, rect.top, left + fColumns[column].width - 1, rect.bottom);
-        left += fColumns[column].width;
-        if (!cell.Intersects(updateRect))
+        const float width = fColumns[column].ShownWidth();
+        const BRect cell(left, rect.top, left + width - 1, rect.bottom);
+        left += width;
+        if (width <= 0 || !cell.Intersects(updateRect))
             continue;
         if (fColumns[column].Is(CLVColumn::kExpander))
             _DrawExpander(row, cell);

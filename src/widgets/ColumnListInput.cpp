@@ -66,10 +66,13 @@ void ColumnListView::_PressArrow(char key) {
 
 void ColumnListView::KeyDown(const char* bytes, int32 numBytes) {
     const int32 selection = fSelected != nullptr ? fRows.VisibleIndexOf(fSelected) : -1;
-    const int32 row = FullListCurrentSelection();
+    // What can't be seen is not acted on.
+    const int32 row = selection >= 0 ? FullListCurrentSelection() : -1;
     if (IsMenuKey(Window()->CurrentMessage())) {
         if (row >= 0)
             OpenRowMenu(row, SelectionOnScreen());
+        else
+            OpenHeaderMenu(ConvertToScreen(Bounds().LeftTop()));
         return;
     }
     switch (bytes[0]) {

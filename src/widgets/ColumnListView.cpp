@@ -10,7 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numeric>
+#include <utility>
 
 namespace {
 // Sent to ourselves when rows were added: what follows from many of them is done once.
@@ -31,67 +31,6 @@ void ColumnListView::AttachedToWindow() {
     GetFontHeight(&height);
     fRowHeight = std::max(CLVListItem::kLeastHeight, ceilf(height.ascent + height.descent) + 4);
     _UpdateScrollBars();
-}
-
-void ColumnListView::AddColumn(const CLVColumn& column) {
-    fOrder.push_back(CountColumns());
-    fColumns.push_back(column);
-    if (column.sortMode != CLVSortMode::kNone)
-        SetSortMode(CountColumns() - 1, column.sortMode);
-}
-
-void ColumnListView::SetColumnWidth(int32 column, float width) {
-    if (column < 0 || column >= CountColumns() || !std::isfinite(width))
-        return;
-    width = std::clamp(floorf(width), fColumns[column].minWidth, 10000.0F);
-    if (width == fColumns[column].width)
-        return;
-    fColumns[column].width = width;
-    ColumnWidthChanged(column, width);
-}
-
-void ColumnListView::ColumnWidthChanged(int32, float) {
-    Invalidate();
-    if (fHeader != nullptr)
-        fHeader->Invalidate();
-    _UpdateScrollBars();
-}
-
-void ColumnListView::GetDisplayOrder(int32* order) const {
-    std::copy(fOrder.begin(), fOrder.end(), order);
-}
-
-void ColumnListView::SetDisplayOrder(const int32* order) {
-    std::vector<int32> columns(fOrder.size());
-    std::iota(columns.begin(), columns.end(), 0);
-    if (!std::is_permutation(columns.begin(), columns.end(), order))
-        return;
-    fOrder.assign(order, order + fOrder.size());
-    Invalidate();
-    if (fHeader != nullptr)
-        fHeader->Invalidate();
-}
-
-float ColumnListView::ColumnLeft(int32 column) const {
-    float left = 0;
-    for (const int32 each : fOrder) {
-        if (each == column)
-            break;
-        left += fColumns[each].width;
-    }
-    return left;
-}
-
-void ColumnListView::SetSortMode(int32 column, CLVSortMode mode) {
-    if (mode == CLVSortMode::kNone && column != SortKey())
-        return;
-    if (SortKey() >= 0 && SortKey() < CountColumns())
-        fColumns[SortKey()].sortMode = CLVSortMode::kNone;
-    fColumns[column].sortMode = mode;
-    fRows.SetSortKey(mode == CLVSortMode::kNone ? -1 : column, mode);
-    Invalidate();
-    if (fHeader != nullptr)
-        fHeader->Invalidate();
 }
 
 void ColumnListView::AddItem(CLVListItem* row) {
@@ -122,6 +61,17 @@ void ColumnListView::SetExpanded(CLVListItem* row, bool expanded) {
         fSelected = fRows.VisibleAncestor(fSelected);
     Invalidate();
     _UpdateScrollBars();
+}
+
+// What was in the middle is elsewhere now: the selected row comes into sight, or the first one.
+void ColumnListView::SetFilter(RowList::Filter filter) {
+    fRows.SetFilter(std::move(filter));
+    _UpdateScrollBars();
+    if (fSelected != nullptr && IsShown(fSelected))
+        ScrollToSelection();
+    else
+        ScrollTo(BPoint(Bounds().left, 0));
+    Invalidate();
 }
 
 void ColumnListView::RowChanged(const CLVListItem* row) {
@@ -174,6 +124,12 @@ void ColumnListView::_Select(CLVListItem* row) {
         InvalidateItem(row);
 }
 
+void ColumnListView::SelectShown() {
+    if (fSelected == nullptr || !IsShown(fSelected))
+        _Select(fRows.VisibleAt(0));
+    ScrollToSelection();
+}
+
 void ColumnListView::ScrollToSelection() {
     const int32 index = fSelected != nullptr ? fRows.VisibleIndexOf(fSelected) : -1;
     if (index < 0)
@@ -197,10 +153,11 @@ void ColumnListView::InvokeRow(int32) {}
 void ColumnListView::OpenRowMenu(int32, BPoint) {}
 
 void ColumnListView::MessageReceived(BMessage* message) {
-    if (message->what == kMsgContentChanged)
-        FinishAdding();
-    else
-        BView::MessageReceived(message);
+    switch (message->what) {
+    case kMsgContentChanged: FinishAdding(); break;
+    case kMsgToggleColumn: _ToggleColumn(message); break;
+    default: BView::MessageReceived(message);
+    }
 }
 
 void ColumnListView::FrameResized(float width, float height) {
@@ -231,7 +188,7 @@ void ColumnListView::ScrollTo(BPoint where) {
 void ColumnListView::_UpdateScrollBars() {
     float width = 0;
     for (const CLVColumn& column : fColumns)
-        width += column.width;
+        width += column.ShownWidth();
     const float height = static_cast<float>(fRows.CountVisible()) * fRowHeight;
     const auto update = [](BScrollBar* bar, float content, float visible, float step) {
         if (bar == nullptr)

@@ -32,7 +32,11 @@ public:
     // The columns as they stand from left to right. What is no permutation of them is ignored.
     void GetDisplayOrder(int32* order) const;
     void SetDisplayOrder(const int32* order);
+    // A hidden column keeps its width and its place, and may go on being the sort key.
+    void ShowColumn(int32 column, bool isShown);
     virtual void ColumnWidthChanged(int32 column, float width);
+    // The menu that shows and hides columns; nothing where none is hideable.
+    void OpenHeaderMenu(BPoint screen);
     // Where a column stands, in the list's coordinates.
     float ColumnLeft(int32 column) const;
 
@@ -42,7 +46,7 @@ public:
     void SetSortMode(int32 column, CLVSortMode mode);
     int32 SortKey() const { return fRows.SortKey(); }
 
-    // Rows; full indexes count collapsed ones.
+    // Rows; full indexes count collapsed and filtered ones.
     void AddItem(CLVListItem* row);
     virtual void MakeEmpty();
     int32 FullListCountItems() const { return fRows.CountFull(); }
@@ -59,14 +63,23 @@ public:
     // comes to it.
     void FinishAdding();
 
+    // Rows for which it does not hold are not shown; all else goes on with them, and one that is
+    // selected stays so. An empty one shows all. What comes later follows it too.
+    void SetFilter(RowList::Filter filter);
+    int32 CountShown() { return fRows.CountVisible(); }
+    bool IsShown(const CLVListItem* row) { return fRows.VisibleIndexOf(row) >= 0; }
+
     // Selection; −1 when nothing is selected or to select nothing.
     int32 FullListCurrentSelection();
     void FullListSelect(int32 index);
+    // Selects the first row of those that are shown, unless one of them is selected.
+    void SelectShown();
     void ScrollToSelection();
     // Where the selected row is, on the screen: for a menu opened by key.
     BPoint SelectionOnScreen();
 
-    // The Enter key on the selected row; a menu wanted for it.
+    // The Enter key on the selected row; a menu wanted for it. The Menu key with no row in sight
+    // opens the header's menu.
     virtual void InvokeRow(int32 fullIndex);
     virtual void OpenRowMenu(int32 fullIndex, BPoint screen);
 
@@ -84,6 +97,9 @@ public:
     void ScrollTo(BPoint where) override;
 
 private:
+    // From the header's menu: "column" int32.
+    static constexpr uint32 kMsgToggleColumn = 'clTC';
+
     void _DrawRow(CLVListItem* row, BRect rect, BRect updateRect);
     void _DrawExpander(CLVListItem* row, BRect cell);
     void _SetRowColors(bool selected);
@@ -95,6 +111,8 @@ private:
     void _PressArrow(char key);
     int32 _RowsOnPage() const;
     void _ContentChanged();
+    void _ColumnsChanged();
+    void _ToggleColumn(const BMessage* message);
     void _UpdateScrollBars();
 
     RowList fRows;

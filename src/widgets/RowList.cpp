@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 void RowList::Add(CLVListItem* row) {
     fRows.emplace_back(row);
@@ -29,17 +30,17 @@ int32 RowList::FullIndexOf(const CLVListItem* row) {
 
 int32 RowList::CountVisible() {
     _FindVisible();
-    return fHierarchical ? static_cast<int32>(fVisible.size()) : CountFull();
+    return _HidesRows() ? static_cast<int32>(fVisible.size()) : CountFull();
 }
 
 CLVListItem* RowList::VisibleAt(int32 index) {
-    if (!fHierarchical)
+    if (!_HidesRows())
         return FullAt(index);
     return index >= 0 && index < CountVisible() ? fVisible[index] : nullptr;
 }
 
 int32 RowList::VisibleIndexOf(const CLVListItem* row) {
-    if (!fHierarchical)
+    if (!_HidesRows())
         return FullIndexOf(row);
     _FindVisible();
     const auto at = std::find(fVisible.begin(), fVisible.end(), row);
@@ -65,11 +66,28 @@ void RowList::SetExpanded(CLVListItem* row, bool expanded) {
     fVisibleIsStale = true;
 }
 
+void RowList::SetFilter(Filter filter) {
+    fFilter = std::move(filter);
+    fVisibleIsStale = true;
+}
+
 void RowList::_FindVisible() {
-    if (!fHierarchical || !fVisibleIsStale)
+    if (!_HidesRows())
+        return;
+    _Sort();
+    if (!fVisibleIsStale)
         return;
     fVisibleIsStale = false;
     fVisible.clear();
+    if (fHierarchical)
+        return _FindExpanded();
+    for (const auto& row : fRows) {
+        if (fFilter(*row))
+            fVisible.push_back(row.get());
+    }
+}
+
+void RowList::_FindExpanded() {
     constexpr uint32 kNothing = ~0U;
     uint32 hiddenBelow = kNothing; // rows deeper than this lie in a collapsed one
     for (const auto& row : fRows) {
@@ -118,4 +136,5 @@ void RowList::_Sort() {
             std::inplace_merge(fRows.begin(), middle, fRows.end(), isLess);
     }
     fSorted = fRows.size();
+    fVisibleIsStale = true;
 }

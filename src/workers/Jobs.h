@@ -2,6 +2,7 @@
 
 #include "browser/WindowLink.h"
 #include "net/ThreadAddress.h"
+#include "posts/ThreadTitles.h"
 #include "settings/ProxySetting.h"
 #include "workers/WorkerControl.h"
 
@@ -21,6 +22,11 @@ struct SubjectJob {
     ProxySetting proxy;
     std::shared_ptr<WindowLink> window;
     std::shared_ptr<WorkerControl> control;
+};
+
+// For the threads of its board that may follow this one.
+struct NextThreadJob : SubjectJob {
+    ListedThread thread;
 };
 
 struct ThreadJob {

@@ -19,12 +19,21 @@ int32 SubjectDownload::Run() {
         progress = _ReadLines(&http);
     if (progress != Progress::kGoOn)
         return progress == Progress::kStopped ? 0 : -1;
+    Finish();
+    return 0;
+}
+
+void SubjectDownload::BeginList() {
+    SetTitle(fJob.board);
+    SubjectReader::BeginList();
+}
+
+void SubjectDownload::Finish() {
     ShowCount();
     BMessage complete(kMsgBoardComplete);
     complete.AddString("url", fJob.url.c_str());
     Complete(&complete);
     ClearProgress();
-    return 0;
 }
 
 Progress SubjectDownload::_Request(NPHttp* http) {
@@ -45,7 +54,6 @@ Progress SubjectDownload::_CheckStatus(NPHttp* http) {
 }
 
 Progress SubjectDownload::_ReadLines(NPHttp* http) {
-    SetTitle(fJob.board);
     BeginList();
     ShowProgress(std::string(fUrl.Host()) + "から受信中");
     ServerLine line;

@@ -48,3 +48,11 @@ void DismissAlert() {
     WithAlert([](BAlert* alert) { alert->PostMessage(B_QUIT_REQUESTED); });
     server::testing::WaitUntil([&] { return !messenger.IsValid(); });
 }
+
+void AnswerAlert(char key) {
+    BAlert* open = nullptr;
+    WithAlert([&](BAlert* alert) { open = alert; });
+    const BMessenger messenger(open);
+    server::testing::Key(open, key);
+    server::testing::WaitUntil([&] { return !messenger.IsValid(); });
+}

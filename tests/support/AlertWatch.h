@@ -6,5 +6,7 @@
 std::string WaitForAlert();
 // The open ones.
 int CountAlerts();
-// Closes it, as its button would.
+// Presses a key in it, which closes it: Enter for the last button.
+void AnswerAlert(char key);
+// Closes it, as its button would where there is one.
 void DismissAlert();

@@ -44,7 +44,9 @@ protected:
         if (hierarchy == ColumnListView::Hierarchy::kOutline)
             list->AddColumn({"", 20, 20, CLVColumn::kExpander});
         list->AddColumn({"No.", 60, 20, CLVColumn::kSortable});
-        list->AddColumn({"Fixed", 40, 20, CLVColumn::kNotResizable | CLVColumn::kSortable});
+        list->AddColumn({"Fixed", 40, 20,
+                         CLVColumn::kNotResizable | CLVColumn::kSortable | CLVColumn::kHideable,
+                         CLVSortMode::kNone, true, "The fixed one"});
         list->AddColumn({"Title", 150, 20, CLVColumn::kSortable});
         list->SetSortFunction(CompareNumbers);
         window.Add(new CLVContainerView(BRect(0, 0, 349, 249), list));
@@ -172,6 +174,72 @@ TEST_F(ColumnListViewTest, DraggingALabelMovesItsColumn) {
         list->SetDisplayOrder(wrong);
     });
     EXPECT_EQ(Order(), (std::vector<int32>{1, 2, 0}));
+}
+
+// Grips, labels and drags of what stands behind a hidden column go on as they are seen.
+TEST_F(ColumnListViewTest, TheHeadersMenuHidesAColumnAndShowsItInItsPlace) {
+    MakeFlat(3);
+    const auto choose = [&] {
+        Click(window.Get(), BPoint(20, 10), 2);
+        ASSERT_TRUE(WaitUntil([] { return MenuIsOpen(); }));
+        EXPECT_EQ(MenuLabels(), (std::vector<std::string>{"No.", "The fixed one", "Title"}));
+        EXPECT_FALSE(MenuLineIsEnabled("No."));
+        EXPECT_TRUE(ChooseMenuLine("The fixed one"));
+        ASSERT_TRUE(WaitUntil([] { return !MenuIsOpen(); }));
+        window.Settle();
+    };
+    const auto leftOfTitle = [&] {
+        float left = 0;
+        window.Do([&] { left = list->ColumnLeft(2); });
+        return left;
+    };
+    choose();
+    EXPECT_EQ(leftOfTitle(), 60);
+    window.Drag(BPoint(61, 10), BPoint(81, 10));
+    window.Do([&] { EXPECT_EQ(list->ColumnWidth(0), 80); });
+    window.Drag(BPoint(100, 10), BPoint(10, 10));
+    EXPECT_EQ(Order(), (std::vector<int32>{2, 0, 1}));
+    choose();
+    EXPECT_EQ(Order(), (std::vector<int32>{2, 0, 1}));
+    window.Do([&] {
+        EXPECT_EQ(list->ColumnLeft(1), 230);
+        EXPECT_EQ(list->ColumnWidth(1), 40);
+        EXPECT_EQ(list->SortKey(), -1);
+    });
+}
+
+// A row that is out of sight stays selected for those who count on it, but no key acts on it.
+TEST_F(ColumnListViewTest, KeysGoThroughTheRowsThatAFilterShows) {
+    MakeFlat(100);
+    window.Do([&] {
+        list->FullListSelect(57);
+        list->SetFilter(
+            [](const CLVListItem& row) { return std::atoi(row.ColumnText(0)) % 10 == 3; });
+    });
+    window.Key(B_ENTER);
+    EXPECT_EQ(list->invoked, -1);
+    MenuKey(window.Get());
+    EXPECT_TRUE(WaitUntil([] { return MenuIsOpen(); })); // the header's: there is no row
+    DismissMenu();
+    EXPECT_EQ(list->menu, -1);
+    EXPECT_EQ(Selected(), 57);
+    window.Key(B_END);
+    window.Key(B_UP_ARROW);
+    EXPECT_EQ(Selected(), 83);
+    window.Click(Row(2));
+    EXPECT_EQ(Selected(), 23);
+    window.Key(B_ENTER);
+    EXPECT_EQ(list->invoked, 23);
+    window.Do([&] {
+        EXPECT_EQ(list->CountShown(), 10);
+        float low = 0;
+        float high = 0;
+        list->ScrollBar(B_VERTICAL)->GetRange(&low, &high);
+        EXPECT_EQ(high, std::max(0.0F, 10 * list->RowHeight() - (list->Bounds().Height() + 1)));
+        list->FullListSelect(98);
+        list->SetFilter({});
+        EXPECT_TRUE(list->Bounds().Contains(BPoint(1, 98 * list->RowHeight())));
+    });
 }
 
 TEST_F(ColumnListViewTest, ExpandersAndArrowsOpenAndCloseRows) {

@@ -108,6 +108,30 @@ TEST(RowList, RowsThatChangeWhileOthersComeEndInOrder) {
     EXPECT_EQ(NamesOf(rows), "123n40");
 }
 
+// Rows come, are sorted anew and change while a filter is on: what is seen follows, all else counts
+// every row.
+TEST(RowList, AFilterHidesRowsAndNothingElse) {
+    RowList rows(false);
+    rows.SetComparison(CompareKeys);
+    rows.SetSortKey(0, CLVSortMode::kAscending);
+    rows.SetFilter([](const CLVListItem& row) { return std::string(row.ColumnText(0)) < "d"; });
+    for (const char* name : {"a", "x", "c"})
+        rows.Add(new Row(0, false, false, name[0], name));
+    EXPECT_EQ(NamesOf(rows), "ac");
+    rows.Add(new Row(0, false, false, 'b', "b"));
+    rows.Add(new Row(0, false, false, 'y', "y"));
+    EXPECT_EQ(NamesOf(rows), "abc");
+    rows.SetSortKey(0, CLVSortMode::kDescending);
+    EXPECT_EQ(NamesOf(rows), "cba");
+    EXPECT_EQ(rows.CountFull(), 5);
+    EXPECT_STREQ(rows.FullAt(0)->ColumnText(0), "y");
+    EXPECT_EQ(rows.VisibleIndexOf(rows.FullAt(0)), -1);
+    EXPECT_EQ(rows.FullIndexOf(rows.VisibleAt(0)), 2);
+    EXPECT_EQ(rows.VisibleAt(3), nullptr);
+    rows.SetFilter({});
+    EXPECT_EQ(NamesOf(rows), "yxcba");
+}
+
 class Outline : public testing::Test {
 protected:
     Outline() {
