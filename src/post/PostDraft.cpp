@@ -37,7 +37,7 @@ PostDraft::PostDraft(const PostTarget& target) {
     fPath = path.Path();
 }
 
-status_t PostDraft::Load(PostText* text) {
+status_t PostDraft::Load(WrittenPost* text) {
     std::string content;
     const status_t status =
         fPath.empty() ? B_ENTRY_NOT_FOUND : ReadWholeFile(fPath.c_str(), &content);
@@ -50,8 +50,8 @@ status_t PostDraft::Load(PostText* text) {
     return B_OK;
 }
 
-status_t PostDraft::Save(const PostText& text) {
-    if (text == PostText()) {
+status_t PostDraft::Save(const WrittenPost& text) {
+    if (text == WrittenPost()) {
         Remove();
         return B_OK;
     }

@@ -13,10 +13,10 @@ public:
     explicit PostDraft(const PostTarget& target);
 
     // B_ENTRY_NOT_FOUND when there is none.
-    status_t Load(PostText* text);
+    status_t Load(WrittenPost* text);
     // Nothing written is no draft: the file goes. The error of a file that can't be
     // written; the old draft stands then.
-    status_t Save(const PostText& text);
+    status_t Save(const WrittenPost& text);
     void Remove();
 
 private:

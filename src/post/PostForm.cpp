@@ -53,7 +53,8 @@ bool Encode(const std::string& text, std::string* encoded) {
 
 } // namespace
 
-PostCheck MakePostForm(const PostTarget& target, const PostText& text, time_t now, PostForm* form) {
+PostCheck MakePostForm(const PostTarget& target, const WrittenPost& text, time_t now,
+                       PostForm* form) {
     if (text.message.empty())
         return PostCheck::kNoMessage;
     std::string message;

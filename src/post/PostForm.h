@@ -8,12 +8,12 @@
 #include <string>
 
 // What the user wrote, UTF-8.
-struct PostText {
+struct WrittenPost {
     std::string name;
     std::string mail;
     std::string message;
 
-    bool operator==(const PostText&) const = default;
+    bool operator==(const WrittenPost&) const = default;
 };
 
 // A post as it goes out: "application/x-www-form-urlencoded", the texts in cp932. An empty name or
@@ -28,4 +28,5 @@ enum class PostCheck { kGood, kNoMessage, kNotEncodable };
 
 // Anything but kGood means that nothing may be sent: a message is missing, or some character of a
 // text has no form in cp932 that comes back as itself.
-PostCheck MakePostForm(const PostTarget& target, const PostText& text, time_t now, PostForm* form);
+PostCheck MakePostForm(const PostTarget& target, const WrittenPost& text, time_t now,
+                       PostForm* form);

@@ -166,7 +166,7 @@ void NPWriteWindow::_AddButtons(BView* base) {
 }
 
 void NPWriteWindow::_ShowDraft() {
-    PostText draft;
+    WrittenPost draft;
     const status_t status = fDraft.Load(&draft);
     if (status != B_OK) {
         fStatus->SetText(status == B_ENTRY_NOT_FOUND ? "" : "下書きを読み込めませんでした。");
@@ -178,7 +178,7 @@ void NPWriteWindow::_ShowDraft() {
     fMessage->Select(fMessage->TextLength(), fMessage->TextLength());
 }
 
-PostText NPWriteWindow::_Text() const {
+WrittenPost NPWriteWindow::_Text() const {
     return {fName->Text(), fMail->Text(),
             std::string(fMessage->Text(), static_cast<size_t>(fMessage->TextLength()))};
 }

@@ -58,7 +58,7 @@ private:
     void _ShowDraft();
     void _KeepSoon();
     void _KeepNow();
-    PostText _Text() const;
+    WrittenPost _Text() const;
     void _SetText(BTextControl* field, const BMessage* message);
 
     void _Send();

@@ -69,9 +69,9 @@ TEST(PostHistory, EntriesTooLongForALineAreNotWritten) {
 
 TEST(PostDraft, IsKeptForItsThreadUntilItIsRemoved) {
     ScratchFolder folder;
-    PostText text;
+    WrittenPost text;
     EXPECT_EQ(PostDraft(kThread).Load(&text), B_ENTRY_NOT_FOUND);
-    const PostText draft{"名前", "sage", "一行\n\n三行\n"};
+    const WrittenPost draft{"名前", "sage", "一行\n\n三行\n"};
     EXPECT_EQ(PostDraft(kThread).Save(draft), B_OK);
     EXPECT_EQ(PostDraft(kThread).Load(&text), B_OK);
     EXPECT_EQ(text, draft);
@@ -86,7 +86,7 @@ TEST(PostDraft, OneThatCantBeWrittenLeavesTheOldOne) {
     PostDraft(kThread).Save({"", "", "old"});
     folder.MakeFolder("2ch/Drafts/h.jp/news/12.txt.new/in the way");
     EXPECT_NE(PostDraft(kThread).Save({"", "", "new"}), B_OK);
-    PostText text;
+    WrittenPost text;
     EXPECT_EQ(PostDraft(kThread).Load(&text), B_OK);
     EXPECT_EQ(text.message, "old");
 }
@@ -96,7 +96,7 @@ TEST(PostDraft, OneThatCantBeReadIsNeverRemovedNorReplaced) {
     const std::string path = folder.MakeFolder("2ch/Drafts/h.jp/news") + "/12.txt";
     std::filesystem::create_symlink("12.txt", path); // leads to itself
     PostDraft draft(kThread);
-    PostText text;
+    WrittenPost text;
     EXPECT_NE(draft.Load(&text), B_OK);
     EXPECT_EQ(draft.Save({}), B_OK);
     draft.Remove();

@@ -9,7 +9,7 @@ constexpr PostFamily kWriteCgi = PostFamily::kWriteCgi;
 constexpr time_t kNow = 1011789296;
 const std::string kSubmit = "&submit=%8F%91%82%AB%8D%9E%82%DE";
 
-std::string BodyOf(const PostTarget& target, const PostText& text) {
+std::string BodyOf(const PostTarget& target, const WrittenPost& text) {
     PostForm form;
     EXPECT_EQ(MakePostForm(target, text, kNow, &form), PostCheck::kGood);
     return form.body;
@@ -18,7 +18,7 @@ std::string BodyOf(const PostTarget& target, const PostText& text) {
 } // namespace
 
 TEST(PostForm, EachFamilyHasItsFields) {
-    const PostText text{"名無し", "sage", "あ\n<b> 1+1"};
+    const WrittenPost text{"名無し", "sage", "あ\n<b> 1+1"};
     const std::string encoded = "%82%A0%0A%3Cb%3E+1%2B1";
     EXPECT_EQ(BodyOf({kBbsCgi, "h", "news", "123"}, text),
               "FROM=%96%BC%96%B3%82%B5&mail=sage&MESSAGE=" + encoded +
@@ -36,7 +36,7 @@ TEST(PostForm, EachFamilyHasItsFields) {
 
 TEST(PostForm, NothingIsSentOfWhatCantBeSaid) {
     const struct {
-        PostText text;
+        WrittenPost text;
         PostCheck expected;
     } cases[] = {
         {{"name", "mail", ""}, PostCheck::kNoMessage},

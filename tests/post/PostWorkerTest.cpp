@@ -63,7 +63,7 @@ protected:
         fWindow->Lock();
         fWindow->Quit();
     }
-    void Post(const PostTarget& target, const PostText& text, int port) {
+    void Post(const PostTarget& target, const WrittenPost& text, int port) {
         auto job = std::make_unique<PostJob>();
         job->target = target;
         EXPECT_EQ(MakePostForm(target, text, kNow, &job->form), PostCheck::kGood);
@@ -91,7 +91,7 @@ TEST_F(PostWorker, TheRequestIsThatOfEachFamily) {
         "Referer: http://h.jp/news/index.html\r\n";
     const struct {
         PostTarget target;
-        PostText text;
+        WrittenPost text;
         std::string start; // up to the cookies
         std::string cookies;
         std::string body;
