@@ -1,6 +1,7 @@
 #include "views/NPTextView.h"
 
 #include "browser/BrowserWindow.h"
+#include "views/ShownPost.h"
 
 #include <ScrollBar.h>
 
@@ -17,9 +18,6 @@ constexpr rgb_color kName = {34, 139, 34, 0};
 constexpr rgb_color kMail = {34, 34, 239, 0};
 constexpr rgb_color kLink = {0, 0, 255, 0};
 
-constexpr const char* kNameLabel = "名前：";
-constexpr const char* kMailLabel = "E-mail：";
-constexpr const char* kDateLabel = "投稿日：";
 constexpr std::string_view kReferenceTag = "<a href=\"../test/read.cgi";
 constexpr std::string_view kClosingTag = "</a>";
 constexpr size_t kMissing = std::string_view::npos;
@@ -253,6 +251,7 @@ void NPTextView::clearList() {
     fArticles.clear();
     fUrls.clear();
     fReferences.clear();
+    _ForgetPeople();
 }
 
 void NPTextView::clearText() {

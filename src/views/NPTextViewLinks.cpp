@@ -20,6 +20,9 @@
 namespace {
 
 constexpr int32 kLongestPart = 64; // of a thread's address, with its terminator
+// Of a pop-up, the first and every other one above it.
+constexpr rgb_color kGround = {239, 239, 239, 0};
+constexpr rgb_color kOtherGround = {228, 230, 234, 0};
 
 // Whether a link leads to a thread that can be read here; fills in its "url" and "dat".
 bool FindThread(const char* link, BMessage* open) {
@@ -61,7 +64,7 @@ void NPTextView::MouseDown(BPoint where) {
     if ((buttons & B_SECONDARY_MOUSE_BUTTON) == 0)
         LinkTextView::MouseDown(where);
     else
-        _OpenMenu(where, ConvertToScreen(where));
+        _OpenMenu(OffsetAt(where), {ConvertToScreen(where)});
 }
 
 void NPTextView::_FollowUrl(const char* url) {
@@ -84,27 +87,33 @@ void NPTextView::showPopUpWindow(BPoint where) {
 }
 
 // A reference to the last post opens nothing: its end is known by the post behind it.
-void NPTextView::_OpenPopUp(const char* anchor, BPoint screen, int32 opener) {
+void NPTextView::_OpenPopUp(const char* anchor, BPoint screen, int32 opener, PopUpEnd end) {
     ReferenceRange range;
     if (!ParseReference(anchor, &range))
         return;
-    const int32 start = ArticleAt(range.first);
-    const int32 end = ArticleAt(range.last + 1) - 1;
-    if (start < 0 || end <= start)
-        return;
-    auto text = std::make_unique<PopUpTextView>(*this, start, end);
+    const Stretch posts{ArticleAt(range.first), ArticleAt(range.last + 1) - 1};
+    if (posts.start >= 0 && posts.end > posts.start)
+        _ShowPopUp(*this, {posts}, "", screen, opener, end);
+}
+
+void NPTextView::_ShowPopUp(const LinkTextView& from, const std::vector<Stretch>& stretches,
+                            const std::string& note, BPoint screen, int32 opener, PopUpEnd end) {
+    const bool isOdd = fPopUps.DepthAbove(opener) % 2 != 0;
+    auto text =
+        std::make_unique<PopUpTextView>(from, stretches, note, isOdd ? kOtherGround : kGround);
     const BRect whole = ScreenUnder(screen);
     const float width = text->PreferredWidth();
     const float height = text->PreferredHeight();
     PopUpPlace place = PlacePopUp(screen, width, height, whole);
     if (place.isClipped)
         place = PlacePopUp(screen, width + B_V_SCROLL_BAR_WIDTH + 1, height, whole);
-    const int32 id = fPopUps.NextId();
-    PopUpWindow* window =
-        new PopUpWindow(place.frame, text.release(), place.isClipped, BMessenger(this), id);
-    const BMessenger messenger(window);
+    PopUpStack::PopUp popUp{fPopUps.NextId(), BMessenger(), end,
+                            !text->Urls().empty() || !text->References().empty()};
+    PopUpWindow* window = new PopUpWindow(place.frame, text.release(), place.isClipped,
+                                          BMessenger(this), popUp.id, end);
+    popUp.messenger = BMessenger(window);
     window->Show();
-    fPopUps.Push(opener, id, messenger);
+    fPopUps.Push(opener, popUp);
     // Clicks anywhere in the window close it.
     SetEventMask(B_POINTER_EVENTS);
 }
@@ -123,11 +132,15 @@ void NPTextView::_PopUpClicked(const BMessage* message) {
     if (message->FindInt32("id", &id) != B_OK || message->FindPoint("where", &where) != B_OK ||
         !fPopUps.Holds(id))
         return;
+    int32 menuAt = 0;
+    const PopUpEnd end = message->HasBool("by_key") ? PopUpEnd::kByKey : PopUpEnd::kByPointer;
     fPopUps.CloseAbove(id);
     if (message->FindString("url", &text) == B_OK)
         _FollowUrl(text);
     else if (message->FindString("reference", &text) == B_OK)
-        _OpenPopUp(text, where, id);
+        _OpenPopUp(text, where, id, end);
+    else if (message->FindInt32("menu_at", &menuAt) == B_OK)
+        _OpenMenu(menuAt, {where, id});
 }
 
 void NPTextView::_PopUpGone(const BMessage* message) {
