@@ -11,6 +11,7 @@
 #include "views/NPBitmapButton.h"
 #include "views/NPStringView.h"
 #include "views/NPTextView.h"
+#include "views/TickScrollView.h"
 #include "widgets/Alerts.h"
 
 #include <Font.h>
@@ -18,7 +19,6 @@
 #include <Message.h>
 #include <Messenger.h>
 #include <ScrollBar.h>
-#include <ScrollView.h>
 
 #include <cmath>
 #include <cstring>
@@ -94,8 +94,7 @@ void NPArticleView::_AddText(BRect frame) {
     BRect textRect = text.OffsetToCopy(0, 0);
     textRect.InsetBy(kTextInset, kTextInset);
     fTextView = new NPTextView(text, textRect);
-    fScrollView =
-        new BScrollView("scroll", fTextView, B_FOLLOW_ALL_SIDES, 0, false, true, B_PLAIN_BORDER);
+    fScrollView = new TickScrollView(fTextView);
     fScrollView->MoveTo(frame.LeftTop());
     fScrollView->ResizeTo(frame.Width(), frame.Height());
     AddChild(fScrollView);
@@ -120,6 +119,8 @@ void NPArticleView::MessageReceived(BMessage* message) {
 void NPArticleView::ShowThread(port_id request, const char* url, const char* dat) {
     WriteBarPosition();
     _Clear();
+    if (fUrl != url || fDat != dat)
+        fTextView->SetFirstNew(0);
     fUrlLabel->SetUrl(url, dat);
     fUrl = url;
     fDat = dat;
@@ -128,8 +129,9 @@ void NPArticleView::ShowThread(port_id request, const char* url, const char* dat
 
 void NPArticleView::_Clear() {
     fTextView->clearText();
+    fScrollView->TicksChanged();
     fHasTitle = fHasReturned = fHasEnded = false;
-    fPosts = 0;
+    fPosts = fCachedPosts = 0;
     _ShowTitle("");
 }
 
@@ -140,6 +142,7 @@ void NPArticleView::Restart(port_id request) {
     if (fHasReturned)
         WriteBarPosition();
     _Clear();
+    fTextView->SetFirstNew(0);
 }
 
 void NPArticleView::ReturnToPlace(port_id request) {
@@ -147,6 +150,8 @@ void NPArticleView::ReturnToPlace(port_id request) {
         return;
     ReadBarPosition();
     fHasReturned = true;
+    fCachedPosts = fPosts;
+    _ShowOwnPosts();
 }
 
 bool NPArticleView::_HasPlace() const {
@@ -210,12 +215,15 @@ void NPArticleView::_AddPost(int32 number, const _ArticleOut& article) {
     DecodeReferences(&message);
     fTextView->addArticleItem(message.String());
     fTextView->addLineFeed();
+    if (fCachedPosts > 0 && number == fCachedPosts + 1)
+        fTextView->SetFirstNew(number);
 }
 
 void NPArticleView::_EndThread(int32 count) {
     _ShowTitle((fTitle + " (" + std::to_string(count) + ")").c_str());
     ReadBarPosition();
     fHasEnded = true;
+    _ShowOwnPosts();
 }
 
 void NPArticleView::replaceBRtag(BString* text) {

@@ -7,10 +7,10 @@
 #include <memory>
 #include <string>
 
-class BScrollView;
 class BStringView;
 class NPStringView;
 class NPTextView;
+class TickScrollView;
 struct _ArticleOut;
 
 // The article pane: a thread's title, its web address, its buttons and its posts. Takes the posts
@@ -60,12 +60,13 @@ private:
     void _Reload(Reload how);
     void _OpenWriteWindow();
     void ReloadRequest(bool fromScratch);
+    void _ShowOwnPosts();
     void ReadBarPosition();
     void WriteBarPosition();
 
     BStringView* fTitleLabel = nullptr;
     NPStringView* fUrlLabel = nullptr;
-    BScrollView* fScrollView = nullptr;
+    TickScrollView* fScrollView = nullptr;
     NPTextView* fTextView = nullptr;
     std::unique_ptr<BBitmap> fReloadIcon;
     std::unique_ptr<BBitmap> fScratchIcon;
@@ -79,5 +80,6 @@ private:
     bool fHasReturned = false; // to where the reader left the cached posts
     bool fHasEnded = false;    // all its posts have come
     int32 fPosts = 0;          // that have come
+    int32 fCachedPosts = 0;    // before the reload brought any
     std::string fTitle;
 };
