@@ -43,8 +43,8 @@ public:
     // Null without a chosen one.
     const Link* ChosenUrl() const { return _Chosen(fUrls); }
     const Link* ChosenReference() const { return _Chosen(fReferences); }
-    // On the screen, in the middle of its first character's height.
-    BPoint PlaceOf(const Link& link) const;
+    // Where it begins on the screen, and the height of its line.
+    BPoint PlaceOf(const Link& link, float* height) const;
     void ForgetChoice();
 
     // Parts beside which a bar stands in the left margin, in the order of the text.

@@ -68,11 +68,8 @@ bool LinkTextView::ChooseLink(Way way) {
     return true;
 }
 
-BPoint LinkTextView::PlaceOf(const Link& link) const {
-    float height = 0;
-    BPoint place = PointAt(link.start + 1, &height);
-    place.y += height / 2;
-    return ConvertToScreen(place);
+BPoint LinkTextView::PlaceOf(const Link& link, float* height) const {
+    return ConvertToScreen(PointAt(link.start + 1, height));
 }
 
 void LinkTextView::ForgetChoice() {

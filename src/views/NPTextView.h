@@ -65,6 +65,7 @@ public:
     // The first of the posts that the last reload brought, 0 without any: a hairline stands before
     // it, and a key leads there.
     void SetFirstNew(int32 number);
+    int32 FirstNew() const { return fFirstNew; }
     // The posts that were sent from here, by their numbers; cleared with the text.
     void SetOwnPosts(std::vector<int32> numbers);
     // Where these and the answers to them begin, in no order.
@@ -98,6 +99,14 @@ private:
     };
     class Piece;
 
+    // Where a pop-up or a menu is opened from.
+    struct PopUpOrigin {
+        BPoint screen;
+        int32 opener = PopUpStack::kText;
+        PopUpEnd end = PopUpEnd::kByPointer;
+        float height = 0; // of what is not to be covered, from the point down
+    };
+
     // A line of the text and how far above its top the view begins, in pixels.
     struct Place {
         int32 offset;
@@ -116,11 +125,9 @@ private:
 
     // Links and pop-ups
     void _FollowUrl(const char* url);
-    void _OpenPopUp(const char* anchor, BPoint screen, int32 opener,
-                    PopUpEnd end = PopUpEnd::kByPointer);
+    void _OpenPopUp(const char* anchor, const PopUpOrigin& origin);
     void _ShowPopUp(const LinkTextView& from, const std::vector<Stretch>& stretches,
-                    const std::string& note, BPoint screen, int32 opener,
-                    PopUpEnd end = PopUpEnd::kByPointer);
+                    const std::string& note, const PopUpOrigin& origin);
     void _ClosePopUps();
     void _PopUpClicked(const BMessage* message);
     void _PopUpGone(const BMessage* message);
@@ -139,12 +146,7 @@ private:
     bool _OpenByKey();
 
     // The context menu and its commands
-    struct MenuPlace {
-        BPoint screen;
-        int32 opener = PopUpStack::kText;
-        PopUpEnd end = PopUpEnd::kByPointer;
-    };
-    void _OpenMenu(int32 offset, const MenuPlace& place);
+    void _OpenMenu(int32 offset, const PopUpOrigin& origin);
     void _OpenMenuByKey();
     void _AddSearchMenu(BPopUpMenu* menu);
     void _SearchWeb(const BMessage* message);
@@ -158,7 +160,7 @@ private:
     bool fHasMoved = false;
     std::vector<ArticleStart> fArticles;
     PopUpStack fPopUps;
-    MenuPlace fMenuPlace; // of the menu that was opened last
+    PopUpOrigin fMenuOrigin; // of the menu that was opened last
     PostIndex fIndex;
     size_t fIndexed = 0; // of the posts, those that the index knows
     int32 fFirstNew = 0;

@@ -61,32 +61,34 @@ void NPTextView::MessageReceived(BMessage* message) {
     case kMsgJumpToPost: _JumpTo(message); break;
     case kMsgCopyRange: _CopyRange(message); break;
     case kMsgShowPosts: _ShowPosts(message); break;
-    case kMsgMenuClosed: fPopUps.Tell(fMenuPlace.opener, *message); break;
+    case kMsgMenuClosed: fPopUps.Tell(fMenuOrigin.opener, *message); break;
     case kMsgPopUpClicked: _PopUpClicked(message); break;
     case kMsgPopUpGone: _PopUpGone(message); break;
     default: LinkTextView::MessageReceived(message);
     }
 }
 
-void NPTextView::_OpenMenu(int32 offset, const MenuPlace& place) {
+void NPTextView::_OpenMenu(int32 offset, const PopUpOrigin& origin) {
     MakeFocus();
-    fMenuPlace = place;
+    fMenuOrigin = origin;
     BPopUpMenu* menu = new PostMenu(BMessenger(this));
     GetRightClickMenu(menu, offset);
     menu->SetTargetForItems(this);
     menu->SetAsyncAutoDestruct(true);
-    const BPoint screen = place.screen;
+    const BPoint screen = origin.screen;
     const BRect open(screen.x - kOpenReach, screen.y - kOpenReach, screen.x + kOpenReach,
                      screen.y + kOpenReach);
     menu->Go(screen, true, true, open, true);
 }
 
-// At the selection if it is in sight, else in the corner of what is.
+// At the chosen link, or at the selection, if it is in sight, else in the corner of what is.
 void NPTextView::_OpenMenuByKey() {
     int32 start = 0;
     int32 end = 0;
     float height = 0;
     GetSelection(&start, &end);
+    for (const Link* link : {ChosenUrl(), ChosenReference()})
+        start = link != nullptr ? link->start + 1 : start;
     BPoint where = PointAt(start, &height);
     where.y += height / 2;
     if (!Bounds().Contains(where))

@@ -41,6 +41,18 @@ bool FindThread(const char* link, BMessage* open) {
     return true;
 }
 
+// With its scroll bar; below what is not to be covered, if above it is no room.
+PopUpPlace PlaceBeside(const PopUpTextView& text, BPoint point, float height) {
+    const BRect screen = ScreenUnder(point);
+    const float width = text.PreferredWidth();
+    PopUpPlace place = PlacePopUp(point, width, text.PreferredHeight(), screen);
+    if (height > 0 && place.frame.top > point.y)
+        place = PlacePopUp(point + BPoint(0, height), width, text.PreferredHeight(), screen);
+    if (place.isClipped)
+        place = PlacePopUp(point, width + B_V_SCROLL_BAR_WIDTH + 1, text.PreferredHeight(), screen);
+    return place;
+}
+
 } // namespace
 
 void NPTextView::MouseDown(BPoint where) {
@@ -83,37 +95,32 @@ void NPTextView::showPopUpWindow(BPoint where) {
     if (reference == nullptr)
         return;
     SetAnchor(*reference);
-    _OpenPopUp(reference->text.c_str(), ConvertToScreen(where), PopUpStack::kText);
+    _OpenPopUp(reference->text.c_str(), {ConvertToScreen(where)});
 }
 
 // A reference to the last post opens nothing: its end is known by the post behind it.
-void NPTextView::_OpenPopUp(const char* anchor, BPoint screen, int32 opener, PopUpEnd end) {
+void NPTextView::_OpenPopUp(const char* anchor, const PopUpOrigin& origin) {
     ReferenceRange range;
     if (!ParseReference(anchor, &range))
         return;
     const Stretch posts{ArticleAt(range.first), ArticleAt(range.last + 1) - 1};
     if (posts.start >= 0 && posts.end > posts.start)
-        _ShowPopUp(*this, {posts}, "", screen, opener, end);
+        _ShowPopUp(*this, {posts}, "", origin);
 }
 
 void NPTextView::_ShowPopUp(const LinkTextView& from, const std::vector<Stretch>& stretches,
-                            const std::string& note, BPoint screen, int32 opener, PopUpEnd end) {
-    const bool isOdd = fPopUps.DepthAbove(opener) % 2 != 0;
+                            const std::string& note, const PopUpOrigin& origin) {
+    const bool isOdd = fPopUps.DepthAbove(origin.opener) % 2 != 0;
     auto text =
         std::make_unique<PopUpTextView>(from, stretches, note, isOdd ? kOtherGround : kGround);
-    const BRect whole = ScreenUnder(screen);
-    const float width = text->PreferredWidth();
-    const float height = text->PreferredHeight();
-    PopUpPlace place = PlacePopUp(screen, width, height, whole);
-    if (place.isClipped)
-        place = PlacePopUp(screen, width + B_V_SCROLL_BAR_WIDTH + 1, height, whole);
-    PopUpStack::PopUp popUp{fPopUps.NextId(), BMessenger(), end,
+    const PopUpPlace place = PlaceBeside(*text, origin.screen, origin.height);
+    PopUpStack::PopUp popUp{fPopUps.NextId(), BMessenger(), origin.end,
                             !text->Urls().empty() || !text->References().empty()};
     PopUpWindow* window = new PopUpWindow(place.frame, text.release(), place.isClipped,
-                                          BMessenger(this), popUp.id, end);
+                                          BMessenger(this), popUp.id, origin.end);
     popUp.messenger = BMessenger(window);
     window->Show();
-    fPopUps.Push(opener, popUp);
+    fPopUps.Push(origin.opener, popUp);
     // Clicks anywhere in the window close it.
     SetEventMask(B_POINTER_EVENTS);
 }
@@ -133,14 +140,16 @@ void NPTextView::_PopUpClicked(const BMessage* message) {
         !fPopUps.Holds(id))
         return;
     int32 menuAt = 0;
-    const PopUpEnd end = message->HasBool("by_key") ? PopUpEnd::kByKey : PopUpEnd::kByPointer;
+    PopUpOrigin origin{where, id};
+    if (message->FindFloat("by_key", &origin.height) == B_OK)
+        origin.end = PopUpEnd::kByKey;
     fPopUps.CloseAbove(id);
     if (message->FindString("url", &text) == B_OK)
         _FollowUrl(text);
     else if (message->FindString("reference", &text) == B_OK)
-        _OpenPopUp(text, where, id, end);
+        _OpenPopUp(text, origin);
     else if (message->FindInt32("menu_at", &menuAt) == B_OK)
-        _OpenMenu(menuAt, {where, id});
+        _OpenMenu(menuAt, origin);
 }
 
 void NPTextView::_PopUpGone(const BMessage* message) {

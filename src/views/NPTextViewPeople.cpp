@@ -118,16 +118,16 @@ void NPTextView::_ShowPosts(const BMessage* message) {
     if (more == 0)
         stretches.back().end--;
     const std::string note = more > 0 ? "ほか " + std::to_string(more) + " レス\n" : "";
-    BPoint where = fMenuPlace.screen;
+    PopUpOrigin origin = fMenuOrigin;
     uint32 buttons = 0;
-    if (fMenuPlace.end == PopUpEnd::kByPointer) {
-        GetMouse(&where, &buttons, false);
-        where = ConvertToScreen(where);
+    if (origin.end == PopUpEnd::kByPointer) {
+        GetMouse(&origin.screen, &buttons, false);
+        ConvertToScreen(&origin.screen);
     }
+    if (!fPopUps.Holds(origin.opener))
+        origin.opener = PopUpStack::kText;
     ForgetAnchor();
-    const bool isOpen = fPopUps.Holds(fMenuPlace.opener);
-    _ShowPopUp(*this, stretches, note, where, isOpen ? fMenuPlace.opener : PopUpStack::kText,
-               fMenuPlace.end);
+    _ShowPopUp(*this, stretches, note, origin);
 }
 
 // Letters, brackets and Enter do nothing else in a text that can't be edited. The keys of links go
@@ -162,9 +162,11 @@ bool NPTextView::_OpenByKey() {
     if (const Link* url = ChosenUrl()) {
         _FollowUrl(url->text.c_str());
     } else if (reference != nullptr) {
+        PopUpOrigin origin;
+        origin.screen = PlaceOf(*reference, &origin.height);
+        origin.end = PopUpEnd::kByKey;
         ForgetAnchor();
-        _OpenPopUp(reference->text.c_str(), PlaceOf(*reference), PopUpStack::kText,
-                   PopUpEnd::kByKey);
+        _OpenPopUp(reference->text.c_str(), origin);
     }
     return reference != nullptr || ChosenUrl() != nullptr;
 }

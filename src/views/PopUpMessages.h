@@ -6,10 +6,11 @@
 // text gave it: "id" int32.
 
 // From a pop-up to the article's text.
-constexpr uint32 kMsgPopUpClicked = 'pPCL'; // "id", "where" BPoint of the screen; on a link also
-                                            // "url" or "reference", a string, and "by_key" bool;
-                                            // for a menu "menu_at", int32 of the article's text
-constexpr uint32 kMsgPopUpGone = 'pPGO';    // "id"; as it is deleted
+constexpr uint32 kMsgPopUpClicked =
+    'pPCL'; // "id", "where" BPoint of the screen; on a link also
+            // "url" or "reference", a string, and "by_key" float:
+            // the line's height; for a menu "menu_at", int32 of the article's text
+constexpr uint32 kMsgPopUpGone = 'pPGO'; // "id"; as it is deleted
 
 // From the article's text to a pop-up.
 constexpr uint32 kMsgAnchorLeft = 'pANL'; // also from the pop-up that its anchor stands in

@@ -126,9 +126,10 @@ void PopUpTextView::OpenChosen() {
     const Link* link = url != nullptr ? url : ChosenReference();
     if (link == nullptr)
         return;
-    BMessage clicked = _Clicked(PlaceOf(*link));
+    float height = 0;
+    BMessage clicked = _Clicked(PlaceOf(*link, &height));
     clicked.AddString(url != nullptr ? "url" : "reference", link->text.c_str());
-    clicked.AddBool("by_key", true);
+    clicked.AddFloat("by_key", height);
     ForgetAnchor();
     fArticle.SendMessage(&clicked);
 }

@@ -1,4 +1,8 @@
+#include "support/ScratchFolder.h"
 #include "support/ThreadFixture.h"
+
+#include "net/lines.h"
+#include "views/NPArticleView.h"
 
 using server::testing::ChooseMenuLine;
 using server::testing::Key;
@@ -89,15 +93,15 @@ protected:
     void Press(char key) {
         Key(fWindow, key);
         Settle();
-        for (PopUpWindow* popUp : PopUps())
-            EXPECT_TRUE(server::testing::WaitUntilIdle(popUp));
     }
-    static std::string ChosenIn(PopUpWindow* popUp) {
-        popUp->Lock();
-        const LinkTextView::Link* link = popUp->TextView()->ChosenReference();
-        const std::string text = link != nullptr ? link->text : "";
-        popUp->Unlock();
-        return text;
+    static bool WaitForChoiceIn(PopUpWindow* popUp, const std::string& text) {
+        return WaitUntil([&] {
+            popUp->Lock();
+            const LinkTextView::Link* link = popUp->TextView()->ChosenReference();
+            const bool isChosen = link != nullptr && link->text == text;
+            popUp->Unlock();
+            return isChosen;
+        });
     }
     std::string Chosen() {
         return Ask([this] {
@@ -294,16 +298,18 @@ TEST_F(People, LinksAreChosenAndOpenedByTheKeyboard) {
     MouseMove(first, BPoint(5, 5));
     MouseLeave(first);
     Press(']');
-    EXPECT_EQ(ChosenIn(first), ">>1");
+    EXPECT_TRUE(WaitForChoiceIn(first, ">>1"));
     EXPECT_EQ(Chosen(), ">>2");
     Press(B_ENTER);
     PopUpWindow* second = Topmost(2);
     EXPECT_NE(TextOf(second).find("最初"), std::string::npos);
     MouseLeave(second);
     // That one has no links: its opener's are chosen again, and another takes its place.
+    const BMessenger old(second);
     Press('[');
-    EXPECT_EQ(ChosenIn(first), ">>1");
+    EXPECT_TRUE(WaitForChoiceIn(first, ">>1"));
     Press(B_ENTER);
+    EXPECT_TRUE(WaitUntil([&] { return !old.IsValid(); }));
     Topmost(2);
     Press(B_ESCAPE);
     EXPECT_TRUE(WaitForPopUps(1));
@@ -337,4 +343,57 @@ TEST_F(People, AHairlineStandsBeforeTheFirstNewPost) {
     Do([this] { fView->SetFirstNew(0); });
     Settle();
     EXPECT_EQ(hasLine(), 0);
+}
+
+TEST_F(People, OwnPostsHaveABarInTheListOfAnswersToo) {
+    AddThread();
+    Do([this] { fView->SetOwnPosts({2, 99}); });
+    const auto ticks = Ask([this] { return fView->Ticks(); });
+    std::string text;
+    for (const NPTextView::Tick& tick : ticks)
+        text += (tick.isOwn ? "own " : "answer ") + Text().substr(tick.offset, 2);
+    EXPECT_EQ(text, "own 2 answer 3 answer 4 ");
+    PopUpWindow* popUp = OpenFromMenu(1, "このレスへの返信 (2)");
+    ASSERT_NE(popUp, nullptr);
+    const server::testing::Picture picture = server::testing::Snapshot(popUp);
+    const auto hasBar = [&](const std::string& part) {
+        return picture.At(3, static_cast<int32>(PointIn(popUp, part).y)).red < 100;
+    };
+    EXPECT_TRUE(hasBar("2 名前") && hasBar("二番"));
+    EXPECT_FALSE(hasBar("3 名前") || hasBar("四番"));
+}
+
+TEST(FirstNewPost, IsThatOfTheLastReloadThatBroughtAny) {
+    const ScratchFolder folder;
+    BWindow* window = new BWindow(BRect(0, 0, 400, 400), "pane", B_TITLED_WINDOW, 0);
+    NPArticleView* pane = new NPArticleView(window->Bounds());
+    window->Lock();
+    window->AddChild(pane);
+    struct Case {
+        const char* dat;
+        int32 cached;
+        int32 all;
+        bool restarts;
+        int32 firstNew;
+    };
+    port_id request = 1;
+    for (const Case& row : {Case{"1.dat", 0, 3, false, 0}, Case{"1.dat", 3, 5, false, 4},
+                            Case{"1.dat", 5, 5, false, 4}, Case{"1.dat", 5, 6, false, 6},
+                            Case{"1.dat", 6, 7, true, 0}, Case{"1.dat", 7, 8, false, 8},
+                            Case{"2.dat", 2, 2, false, 0}, Case{"1.dat", 8, 8, false, 0}}) {
+        std::string text = "a";
+        _ArticleOut post = {};
+        post.name = post.date = post.message = post.mail = text.data();
+        pane->ShowThread(++request, "http://board.example/news/", row.dat);
+        if (row.restarts)
+            pane->Restart(request);
+        for (int32 i = 1; i <= row.all; i++) {
+            pane->addArticleItem(request, "title", i, post);
+            if (i == row.cached && !row.restarts)
+                pane->ReturnToPlace(request);
+        }
+        pane->addArticleItem(request, "title", row.all, _ArticleOut{});
+        EXPECT_EQ(pane->TextView()->FirstNew(), row.firstNew) << row.dat << row.cached << row.all;
+    }
+    window->Quit();
 }
