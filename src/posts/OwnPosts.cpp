@@ -69,7 +69,7 @@ bool OwnPosts::Settle(const std::vector<PostText>& posts, int64_t now) {
     };
     const bool isChanged = std::erase_if(waiting, settles) > 0;
     std::ranges::sort(numbers);
-    numbers.erase(std::ranges::unique(numbers).begin(), numbers.end());
+    numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
     return isChanged;
 }
 
@@ -114,6 +114,6 @@ std::vector<int32_t> NumbersFromText(std::string_view text) {
             numbers.push_back(number);
     }
     std::ranges::sort(numbers);
-    numbers.erase(std::ranges::unique(numbers).begin(), numbers.end());
+    numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
     return numbers;
 }
