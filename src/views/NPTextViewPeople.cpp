@@ -119,11 +119,6 @@ void NPTextView::_ShowPosts(const BMessage* message) {
         stretches.back().end--;
     const std::string note = more > 0 ? "ほか " + std::to_string(more) + " レス\n" : "";
     PopUpOrigin origin = fMenuOrigin;
-    uint32 buttons = 0;
-    if (origin.end == PopUpEnd::kByPointer) {
-        GetMouse(&origin.screen, &buttons, false);
-        ConvertToScreen(&origin.screen);
-    }
     if (!fPopUps.Holds(origin.opener))
         origin.opener = PopUpStack::kText;
     ForgetAnchor();

@@ -29,9 +29,10 @@ bool PopUpLife::MenuOpened() {
     return false;
 }
 
+// The menu has had the pointer: nobody told whether it left this one meanwhile.
 bool PopUpLife::MenuClosed() {
-    fHasMenu = false;
-    fWaits = !fIsPointed;
+    fHasMenu = fIsPointed = false;
+    fWaits = true;
     return false;
 }
 

@@ -235,6 +235,9 @@ TEST_F(People, APopUpHasTheMenuOfItsPosts) {
     PopUpWindow* second = Topmost(2);
     EXPECT_EQ(TextOf(second).substr(0, 2), "2 ");
     EXPECT_NE(TextOf(second).find("六番"), std::string::npos);
+    first->Lock();
+    EXPECT_NEAR(second->Frame().left, first->ConvertToScreen(point).x + 5, 1);
+    first->Unlock();
     // And from there, each on its own ground.
     const BPoint deeper = PointIn(second, "六番");
     MouseMove(second, deeper);

@@ -44,6 +44,8 @@ TEST(PopUpLife, ClosesWhenThePointerHasLeftItOrDoesNotCome) {
         {"its menu has the pointer", "pmP!", 5, false},
         {"its menu has gone, and nobody comes", "pmPM!", 5, true},
         {"its menu has opened the next one", "pmPnM!", 7, true},
+        {"left through its menu for the next one, which has closed", "pmnMN!", 6, true},
+        {"its menu has gone, and the pointer is still there", "pmMp!", 6, false},
     };
     for (const Case& row : kCases) {
         PopUpLife life;
