@@ -8,6 +8,7 @@
 #include <AppDefs.h>
 #include <Application.h>
 #include <OS.h>
+#include <PopUpMenu.h>
 #include <Window.h>
 
 namespace {
@@ -86,6 +87,19 @@ void MeasureMemory(const std::vector<BodyPost>& posts) {
     PrintResult("lines", static_cast<double>(view->CountLines()));
 }
 
+// Who wrote and who answered is asked for the first time, and again when a post has come.
+void MeasureQuestions(const std::vector<BodyPost>& posts) {
+    LockedView view;
+    AddPosts(view, posts);
+    for (const char* name : {"question", "next question"}) {
+        BPopUpMenu menu("menu");
+        const double start = ThreadTime();
+        view->GetRightClickMenu(&menu, 0);
+        PrintResult(name, ThreadTime() - start);
+        AddPosts(view, {posts.front()});
+    }
+}
+
 int32 Run(void* data) {
     const int count = *static_cast<int*>(data);
     std::vector<BodyPost> posts;
@@ -97,6 +111,7 @@ int32 Run(void* data) {
     const std::shared_ptr<const NoiseFilter> filter = MakeFilter();
     PrintResult("noise", BestOf(rounds, "noise", [&] { return LayOut(posts, filter); }));
     MeasureMemory(posts);
+    MeasureQuestions(posts);
     be_app->PostMessage(B_QUIT_REQUESTED);
     return 0;
 }

@@ -17,8 +17,10 @@ namespace {
 
 constexpr double kMegabyte = 1024 * 1024;
 constexpr int kStartRounds = 5;
-constexpr double kGateStart = 50;         // milliseconds
-constexpr double kGateMemory = 12;        // megabytes
+constexpr double kGateStart = 50;  // milliseconds
+constexpr double kGateMemory = 12; // megabytes
+constexpr double kFrame = 16;      // milliseconds
+constexpr int kFramePosts = 10000;
 constexpr useconds_t kIdleTime = 2000000; // microseconds
 
 using Results = std::map<std::string, double>;
@@ -86,6 +88,9 @@ void CompareLayout(Table& table, const std::string& self, Results& document) {
                   more["warm"] * 1000 / count, thousand["warm"], Compare::kRatio, 1.3);
         table.Add((name + "memory (yardstick: the text)").c_str(), "MB", more["memory"] / kMegabyte,
                   more["text"] / kMegabyte, Compare::kRatio, 4);
+        if (count == kFramePosts)
+            table.Add((name + "who answered whom (yardstick: a frame)").c_str(), "ms",
+                      more["question"], kFrame, Compare::kRatio, 1);
     }
 }
 

@@ -1,6 +1,7 @@
 #include "cache/NPCache.h"
 
 #include "cache/Folders.h"
+#include "cache/TextAttribute.h"
 #include "text/PathNames.h"
 
 #include <FindDirectory.h>
@@ -18,6 +19,7 @@ namespace {
 constexpr const char* kRoot = "2ch/2chCache";
 constexpr const char* kUnfinished = "unfinished";
 constexpr const char* kBesideFolder = ".arriving";
+constexpr size_t kLongestText = 256 * 1024; // bytes of an attribute
 
 status_t BoardPath(const char* host, const char* board, BPath* path) {
     if (!IsGoodComponent(host) || !IsGoodBoardFolder(board)) {
@@ -191,6 +193,18 @@ ssize_t NPCache::WriteAttr(const char* name, type_code type, const void* data, s
     return fFile.WriteAttr(name, type, 0, data, size);
 }
 
+std::string NPCache::ReadText(const char* name) {
+    std::string text = ReadTextAttribute(fFile, name, kLongestText);
+    return text.size() <= kLongestText ? text : "";
+}
+
+void NPCache::WriteText(const char* name, const std::string& text) {
+    if (text.empty() || text.size() > kLongestText)
+        fFile.RemoveAttr(name);
+    else
+        WriteAttr(name, B_STRING_TYPE, text.data(), text.size());
+}
+
 void NPCache::SetMimeType(const char* type) {
     BNodeInfo(&fFile).SetType(type);
 }
@@ -255,6 +269,11 @@ status_t NPCache::_FindLastLineEnd(off_t end, off_t* lineEnd) {
 }
 
 status_t NPCache::TakePlace() {
+    BFile replaced;
+    if (replaced.SetTo(fPlace.Path(), B_READ_ONLY) == B_OK) {
+        for (const char* name : {kOwnSent, kOwnPosts})
+            WriteText(name, ReadTextAttribute(replaced, name, kLongestText));
+    }
     return fEntry.Rename(fPlace.Path(), true);
 }
 

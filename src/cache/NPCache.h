@@ -14,7 +14,8 @@
 
 // One cached thread: the server's bytes as they came (cp932 lines), with "title" (string without a
 // terminating zero byte), "res_num" (int32, the posts in the file) and "bar_pos" (int32, where the
-// reader left it) as attributes. The file's modification time is the server's "Last-Modified", its
+// reader left it) as attributes, perhaps with what is known of posts that were sent from here. The
+// file's modification time is the server's "Last-Modified", its
 // size the offset from which the next download goes on.
 //
 // While a download has not brought the whole body, the file carries a mark, and its modification
@@ -28,6 +29,11 @@
 // open nothing.
 class NPCache {
 public:
+    // Strings: texts that were sent and wait to be seen among the posts; the numbers of those that
+    // were.
+    static constexpr const char* kOwnSent = "own_sent";
+    static constexpr const char* kOwnPosts = "own_posts";
+
     // A look-up creates nothing; a download creates folders and file. Beside the present copy a new
     // and empty one is made: one at a time, by who holds the lock of the present one.
     enum class Open { kExisting, kCreate, kBeside };
@@ -71,6 +77,9 @@ public:
 
     ssize_t ReadAttr(const char* name, type_code type, void* buffer, size_t size);
     ssize_t WriteAttr(const char* name, type_code type, const void* data, size_t size);
+    // Strings, of which nothing is there when they are empty.
+    std::string ReadText(const char* name);
+    void WriteText(const char* name, const std::string& text);
     void SetMimeType(const char* type);
 
     // Removes the file; the status is −1 afterwards.
@@ -88,7 +97,8 @@ public:
     void MarkFinished();
     // Cuts off an unfinished last line, as a crash may leave it.
     status_t CutToWholeLines();
-    // For one that was opened beside: replaces the present copy and its attributes.
+    // For one that was opened beside: replaces the present copy and its attributes, but for what
+    // is known of posts that were sent from here.
     status_t TakePlace();
     // Removes what a crash left beside the file; by who holds its lock.
     static void RemoveBeside(const char* host, const char* board, const char* file);

@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <charconv>
+#include <iterator>
 
 namespace {
 
 constexpr std::string_view kWideSpace = "\u3000";
+constexpr int64_t kPatience = 3600; // seconds
+constexpr size_t kMostWaiting = 20;
 
 std::string WithoutBlanks(std::string_view text) {
     std::string dense;
@@ -17,6 +20,17 @@ std::string WithoutBlanks(std::string_view text) {
         text.remove_prefix(isWide ? kWideSpace.size() : 1);
     }
     return dense;
+}
+
+// A number up to the next blank; false without one.
+template <typename Number>
+bool TakeNumber(std::string_view* text, Number* number) {
+    const char* end = text->data() + text->size();
+    const auto [stop, error] = std::from_chars(text->data(), end, *number);
+    if (error != std::errc() || stop == end || *stop != ' ' || *number < 0)
+        return false;
+    text->remove_prefix(static_cast<size_t>(stop - text->data()) + 1);
+    return true;
 }
 
 } // namespace
@@ -32,6 +46,53 @@ int32_t FindOwnPost(std::string_view sent, const std::vector<PostText>& posts) {
         found = post.number;
     }
     return found;
+}
+
+void OwnPosts::Add(std::string_view sent, int32_t known, int64_t now) {
+    std::string text = WithoutBlanks(sent);
+    if (text.empty())
+        return;
+    waiting.push_back({now, known, std::move(text)});
+    if (waiting.size() > kMostWaiting)
+        waiting.erase(waiting.begin());
+}
+
+bool OwnPosts::Settle(const std::vector<PostText>& posts, int64_t now) {
+    const auto settles = [&](const SentPost& sent) {
+        std::vector<PostText> fresh;
+        std::ranges::copy_if(posts, std::back_inserter(fresh),
+                             [&](const PostText& post) { return post.number > sent.known; });
+        const int32_t found = FindOwnPost(sent.text, fresh);
+        if (found > 0)
+            numbers.push_back(found);
+        return found > 0 || now - sent.time >= kPatience;
+    };
+    const bool isChanged = std::erase_if(waiting, settles) > 0;
+    std::ranges::sort(numbers);
+    numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
+    return isChanged;
+}
+
+std::string SentAsText(const std::vector<SentPost>& sent) {
+    std::string text;
+    for (const SentPost& post : sent)
+        text +=
+            std::to_string(post.time) + " " + std::to_string(post.known) + " " + post.text + "\n";
+    return text;
+}
+
+std::vector<SentPost> SentFromText(std::string_view text) {
+    std::vector<SentPost> sent;
+    while (!text.empty()) {
+        std::string_view line = text.substr(0, text.find('\n'));
+        text.remove_prefix(std::min(text.size(), line.size() + 1));
+        SentPost post;
+        if (!TakeNumber(&line, &post.time) || !TakeNumber(&line, &post.known) || line.empty())
+            continue;
+        post.text = line;
+        sent.push_back(std::move(post));
+    }
+    return sent;
 }
 
 std::string NumbersAsText(const std::vector<int32_t>& numbers) {

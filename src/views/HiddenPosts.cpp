@@ -33,8 +33,10 @@ HiddenPosts::Post HiddenPosts::Take(int32 number) {
     return node.empty() ? Post() : std::move(node.mapped());
 }
 
-HiddenPostText::HiddenPostText(const LinkTextView& article, const HiddenPosts::Post& post)
-    : LinkTextView(article.TextRect(), "hidden post", article.TextRect(), B_FOLLOW_NONE, 0) {
+HiddenPostText::HiddenPostText(const LinkTextView& article, const HiddenPosts::Post& post,
+                               int32 offset)
+    : LinkTextView(article.TextRect(), "hidden post", article.TextRect(), B_FOLLOW_NONE, 0),
+      fOffset(offset) {
     SetStylable(true);
     SetText(post.text.data(), static_cast<int32>(post.text.size()), post.runs.get());
     fUrls = post.urls;

@@ -40,9 +40,14 @@ private:
 // A hidden post's own text, to be copied into a pop-up. Belongs to no window.
 class HiddenPostText : public LinkTextView {
 public:
-    // Wrapped as wide as the article.
-    HiddenPostText(const LinkTextView& article, const HiddenPosts::Post& post);
+    // Wrapped as wide as the article, where it stands for the line at `offset`.
+    HiddenPostText(const LinkTextView& article, const HiddenPosts::Post& post, int32 offset);
+
+    int32 StandsFor() const override { return fOffset; }
 
 protected:
     void AnchorPointed(bool) override {}
+
+private:
+    const int32 fOffset;
 };

@@ -41,7 +41,7 @@ void LinkTextView::MouseMoved(BPoint where, uint32 transit, const BMessage* drag
     const int32 offset = isInside ? OffsetUnder(where) : -1;
     const Link* reference = LinkAt(fReferences, offset);
     _ShowShape(reference != nullptr || LinkAt(fUrls, offset) != nullptr);
-    if (fAnchor != kNoAnchor)
+    if (fAnchor != kNoLink)
         _PointAtAnchor(reference != nullptr && reference->start == fAnchor);
 }
 

@@ -13,6 +13,7 @@
 #include "views/NPBitmapButton.h"
 #include "views/NPStringView.h"
 #include "views/NPTextView.h"
+#include "views/TickScrollView.h"
 #include "widgets/Alerts.h"
 
 #include <Font.h>
@@ -20,7 +21,6 @@
 #include <Message.h>
 #include <Messenger.h>
 #include <ScrollBar.h>
-#include <ScrollView.h>
 
 #include <cmath>
 #include <cstring>
@@ -93,8 +93,7 @@ void NPArticleView::_AddText(BRect frame) {
     BRect textRect = text.OffsetToCopy(0, 0);
     textRect.InsetBy(kTextInset, kTextInset);
     fTextView = new NPTextView(text, textRect);
-    fScrollView =
-        new BScrollView("scroll", fTextView, B_FOLLOW_ALL_SIDES, 0, false, true, B_PLAIN_BORDER);
+    fScrollView = new TickScrollView(fTextView);
     fScrollView->MoveTo(frame.LeftTop());
     fScrollView->ResizeTo(frame.Width(), frame.Height());
     AddChild(fScrollView);
@@ -120,6 +119,8 @@ void NPArticleView::MessageReceived(BMessage* message) {
 void NPArticleView::ShowThread(port_id request, const char* url, const char* dat) {
     WriteBarPosition();
     _Clear();
+    if (fUrl != url || fDat != dat)
+        fTextView->SetFirstNew(0);
     fUrlLabel->SetUrl(url, dat);
     fUrl = url;
     fDat = dat;
@@ -135,6 +136,7 @@ void NPArticleView::_UseNoise() {
     const std::string board = std::string(url.Host()) + "/" + url.Board();
     fNoise = NoiseStore::Shared().FilterFor(board);
     fTextView->SetNoise(board, fNoise);
+    fScrollView->TicksChanged();
     _NoteNoise();
 }
 
@@ -152,8 +154,9 @@ void NPArticleView::_NoteNoise() {
 
 void NPArticleView::_Clear() {
     fTextView->clearText();
+    fScrollView->TicksChanged();
     fHasTitle = fHasReturned = fHasEnded = false;
-    fPosts = 0;
+    fPosts = fCachedPosts = 0;
     _ShowTitle("");
     fThreadTitle.clear();
 }
@@ -165,6 +168,7 @@ void NPArticleView::Restart(port_id request) {
     if (fHasReturned)
         WriteBarPosition();
     _Clear();
+    fTextView->SetFirstNew(0);
 }
 
 void NPArticleView::ReturnToPlace(port_id request) {
@@ -172,7 +176,8 @@ void NPArticleView::ReturnToPlace(port_id request) {
         return;
     ReadBarPosition();
     fHasReturned = true;
-    fPostsBefore = fPosts;
+    fCachedPosts = fPosts;
+    _ShowOwnPosts();
 }
 
 bool NPArticleView::IsThreadAtItsEnd() const {
@@ -245,6 +250,8 @@ void NPArticleView::_AddPost(int32 number, const _ArticleOut& article) {
     fTextView->addArticleItem(message.String());
     fTextView->addLineFeed();
     fTextView->PostHasCome();
+    if (fCachedPosts > 0 && number == fCachedPosts + 1)
+        fTextView->SetFirstNew(number);
 }
 
 void NPArticleView::_EndThread(int32 count) {
@@ -252,6 +259,7 @@ void NPArticleView::_EndThread(int32 count) {
     _ReturnOrGo();
     fHasEnded = true;
     _NoteNoise();
+    _ShowOwnPosts();
 }
 
 void NPArticleView::_ReturnOrGo() {

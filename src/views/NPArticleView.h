@@ -7,10 +7,10 @@
 #include <memory>
 #include <string>
 
-class BScrollView;
 class BStringView;
 class NPStringView;
 class NPTextView;
+class TickScrollView;
 struct _ArticleOut;
 
 // The article pane: a thread's title, its web address, its buttons and its posts. Takes the posts
@@ -41,7 +41,7 @@ public:
     // Whether it takes no more posts, or few.
     bool IsThreadAtItsEnd() const;
     // How many posts the present request has brought behind the cached ones.
-    int32 CountNew() const { return fHasReturned ? fPosts - fPostsBefore : 0; }
+    int32 CountNew() const { return fHasReturned ? fPosts - fCachedPosts : 0; }
 
     // When the thread on show has come, this post is where its reader is taken; 0: to where he left
     // it.
@@ -77,12 +77,13 @@ private:
     void _OpenWriteWindow();
     void ReloadRequest(bool fromScratch);
     void _ReturnOrGo();
+    void _ShowOwnPosts();
     void ReadBarPosition();
     void WriteBarPosition();
 
     BStringView* fTitleLabel = nullptr;
     NPStringView* fUrlLabel = nullptr;
-    BScrollView* fScrollView = nullptr;
+    TickScrollView* fScrollView = nullptr;
     NPTextView* fTextView = nullptr;
     std::unique_ptr<BBitmap> fReloadIcon;
     std::unique_ptr<BBitmap> fScratchIcon;
@@ -98,7 +99,7 @@ private:
     bool fHasReturned = false; // to where the reader left the cached posts
     bool fHasEnded = false;    // all its posts have come
     int32 fGoTo = 0;
-    int32 fPostsBefore = 0;   // in the cache
+    int32 fCachedPosts = 0;   // before the reload brought any
     int32 fPosts = 0;         // that have come
     std::string fTitle;       // as it is shown, with the count of posts at the end
     std::string fThreadTitle; // without it

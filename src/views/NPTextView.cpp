@@ -252,6 +252,7 @@ void NPTextView::clearList() {
     fUrls.clear();
     fReferences.clear();
     fHidden.Clear();
+    _ForgetPeople();
 }
 
 void NPTextView::clearText() {

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "noise/NoiseFilter.h"
+#include "posts/PostIndex.h"
 #include "views/HiddenPosts.h"
 #include "views/LinkTextView.h"
+#include "views/PopUpMessages.h"
 #include "views/PopUpStack.h"
 
 #include <String.h>
@@ -14,7 +16,7 @@
 #include <vector>
 
 class BPopUpMenu;
-class PopUpTextView;
+struct Stretch;
 
 // Shows a thread's posts one after another, read-only, and knows which post, URL or reference
 // stands at an offset. A post comes in five calls: addNumItem, addNameItem, addMailItem,
@@ -27,6 +29,7 @@ public:
     ~NPTextView() override;
 
     void AttachedToWindow() override;
+    void Draw(BRect updateRect) override;
     void FrameResized(float width, float height) override;
     void MouseDown(BPoint where) override;
     void KeyDown(const char* bytes, int32 numBytes) override;
@@ -68,6 +71,21 @@ public:
     // Scrolls to where the reader was at another time, in pixels from the top: no move of his.
     void RestorePlace(float top);
 
+    // The first of the posts that the last reload brought, 0 without any: a hairline stands before
+    // it, and a key leads there.
+    void SetFirstNew(int32 number);
+    int32 FirstNew() const { return fFirstNew; }
+    // The posts that were sent from here, by their numbers; cleared with the text.
+    void SetOwnPosts(std::vector<int32> numbers);
+    // Where these and the answers to them begin, in no order.
+    struct Tick {
+        int32 offset;
+        bool isOwn;
+    };
+    const std::vector<Tick>& Ticks() const { return fTicks; }
+    // The posts behind this one; they borrow from the text until it changes.
+    std::vector<PostText> PostsBehind(int32 number) const;
+
     // The start of the first URL of a text, or −1. Only the first "://" is looked at: servers' own
     // pages decide likewise what is a link.
     static int32 FindUrl(const BString& text);
@@ -90,6 +108,14 @@ private:
     };
     class Piece;
 
+    // Where a pop-up or a menu is opened from.
+    struct PopUpOrigin {
+        BPoint screen;
+        int32 opener = PopUpStack::kText;
+        PopUpEnd end = PopUpEnd::kByPointer;
+        float height = 0; // of what is not to be covered, from the point down
+    };
+
     // A line of the text and how far above its top the view begins, in pixels.
     struct Place {
         int32 offset;
@@ -108,8 +134,9 @@ private:
 
     // Links and pop-ups
     void _FollowUrl(const char* url);
-    void _OpenPopUp(const char* anchor, BPoint screen, int32 opener);
-    void _ShowPopUp(std::unique_ptr<PopUpTextView> text, BPoint screen, int32 opener);
+    void _OpenPopUp(const char* anchor, const PopUpOrigin& origin);
+    void _ShowPopUp(const LinkTextView& from, const std::vector<Stretch>& stretches,
+                    const std::string& note, const PopUpOrigin& origin);
     void _ClosePopUps();
     void _PopUpClicked(const BMessage* message);
     void _PopUpGone(const BMessage* message);
@@ -123,16 +150,29 @@ private:
     void _Hide(size_t index);
     void _Show(size_t index);
     void _ReplacePost(size_t index, const std::string& text, const text_run_array* runs);
-    bool _OpenHidden(const char* link, BPoint screen, int32 opener);
+    bool _OpenHidden(const char* link, const PopUpOrigin& origin);
     void _AddNoiseMenu(BPopUpMenu* menu, int32 offset);
     void _AddNoise(const BMessage* message);
+    // Who wrote and who answered; what came from here
+    PostText _PostAt(size_t index) const;
+    const PostIndex& _People();
+    void _ForgetPeople();
+    void _AddPeopleItems(BPopUpMenu* menu, int32 number);
+    void _ShowPosts(const BMessage* message);
+    std::vector<PostIndex::Branch> _PostsOf(PostGroup group, int32 number);
+    bool _FindPost(int32 number, Stretch* stretch) const;
+    BRect _Hairline() const;
+    bool _HandleLinkKey(char byte, int32 raw);
+    void _ChooseByKey(Way way);
+    bool _OpenByKey();
 
     // The context menu and its commands
-    void _OpenMenu(BPoint where, BPoint screen);
+    void _OpenMenu(int32 offset, const PopUpOrigin& origin);
     void _OpenMenuByKey();
     void _AddSearchMenu(BPopUpMenu* menu);
     void _SearchWeb(const BMessage* message);
     void _JumpTo(const BMessage* message);
+    void _JumpToPost(int32 number);
     void _CopyRange(const BMessage* message);
     bool _HandleKey(char byte);
     void _ScrollPage(bool back);
@@ -146,5 +186,11 @@ private:
     std::string fBoard;
     std::shared_ptr<const NoiseFilter> fNoise;
     HiddenPosts fHidden;
+    PopUpOrigin fMenuOrigin; // of the menu that was opened last
+    PostIndex fIndex;
+    size_t fIndexed = 0; // of the posts, those that the index knows
+    int32 fFirstNew = 0;
+    std::vector<int32> fOwn;
+    std::vector<Tick> fTicks;
     BFont fFont; // the text's, as it stands at offset 0
 };

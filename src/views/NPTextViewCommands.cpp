@@ -15,6 +15,7 @@
 #include <InterfaceDefs.h>
 #include <MenuItem.h>
 #include <Message.h>
+#include <Messenger.h>
 #include <PopUpMenu.h>
 #include <ScrollBar.h>
 #include <Window.h>
@@ -35,6 +36,16 @@ BMenuItem* RangeItem(const char* label, uint32 code, int32 start, int32 finish) 
     return new BMenuItem(label, message);
 }
 
+// Tells the text when it goes, chosen from or not: the choice's message has been sent then.
+class PostMenu : public BPopUpMenu {
+public:
+    explicit PostMenu(const BMessenger& text) : BPopUpMenu("menu", false, false), fText(text) {}
+    ~PostMenu() override { fText.SendMessage(kMsgMenuClosed); }
+
+private:
+    const BMessenger fText;
+};
+
 bool FindRange(const BMessage* message, int32 length, int32* start, int32* finish) {
     if (message->FindInt32("start", start) != B_OK || message->FindInt32("finish", finish) != B_OK)
         return false;
@@ -51,36 +62,42 @@ void NPTextView::MessageReceived(BMessage* message) {
     case kMsgJumpToPost: _JumpTo(message); break;
     case kMsgCopyRange: _CopyRange(message); break;
     case kMsgAddNoise: _AddNoise(message); break;
+    case kMsgShowPosts: _ShowPosts(message); break;
+    case kMsgMenuClosed: fPopUps.Tell(fMenuOrigin.opener, *message); break;
     case kMsgPopUpClicked: _PopUpClicked(message); break;
     case kMsgPopUpGone: _PopUpGone(message); break;
     default: LinkTextView::MessageReceived(message);
     }
 }
 
-void NPTextView::_OpenMenu(BPoint where, BPoint screen) {
+void NPTextView::_OpenMenu(int32 offset, const PopUpOrigin& origin) {
     MakeFocus();
-    BPopUpMenu* menu = new BPopUpMenu("menu", false, false);
-    GetRightClickMenu(menu, OffsetAt(where));
+    fMenuOrigin = origin;
+    BPopUpMenu* menu = new PostMenu(BMessenger(this));
+    GetRightClickMenu(menu, offset);
     menu->SetTargetForItems(this);
     if (BrowserWindow* window = dynamic_cast<BrowserWindow*>(Window()))
         window->AddThreadItems(menu);
     menu->SetAsyncAutoDestruct(true);
+    const BPoint screen = origin.screen;
     const BRect open(screen.x - kOpenReach, screen.y - kOpenReach, screen.x + kOpenReach,
                      screen.y + kOpenReach);
     menu->Go(screen, true, true, open, true);
 }
 
-// At the selection if it is in sight, else in the corner of what is.
+// At the chosen link, or at the selection, if it is in sight, else in the corner of what is.
 void NPTextView::_OpenMenuByKey() {
     int32 start = 0;
     int32 end = 0;
     float height = 0;
     GetSelection(&start, &end);
+    for (const Link* link : {ChosenUrl(), ChosenReference()})
+        start = link != nullptr ? link->start + 1 : start;
     BPoint where = PointAt(start, &height);
     where.y += height / 2;
     if (!Bounds().Contains(where))
         where = Bounds().LeftTop() + BPoint(TextRect().left, TextRect().left);
-    _OpenMenu(where, ConvertToScreen(where));
+    _OpenMenu(OffsetAt(where), {ConvertToScreen(where), PopUpStack::kText, PopUpEnd::kByKey});
 }
 
 void NPTextView::GetRightClickMenu(BPopUpMenu* menu, int32 offset) {
@@ -99,6 +116,7 @@ void NPTextView::GetRightClickMenu(BPopUpMenu* menu, int32 offset) {
         menu->AddItem(RangeItem("リンクをコピー", kMsgCopyRange, url->start + 1, url->end - 1));
     menu->AddItem(new BMenuItem("全て選択", new BMessage(B_SELECT_ALL)));
     _AddSearchMenu(menu);
+    _AddPeopleItems(menu, number);
     _AddNoiseMenu(menu, offset);
 }
 
@@ -141,7 +159,12 @@ int32 NPTextView::GetUrlForGoogle(char** out, const char* query, bool japaneseOn
 
 void NPTextView::_JumpTo(const BMessage* message) {
     int32 number = 0;
-    if (message->FindInt32("jump", &number) != B_OK || ArticleAt(number) < 0)
+    if (message->FindInt32("jump", &number) == B_OK)
+        _JumpToPost(number);
+}
+
+void NPTextView::_JumpToPost(int32 number) {
+    if (ArticleAt(number) < 0)
         return;
     const float top = PointAt(ArticleAt(number)).y;
     if (BScrollBar* bar = ScrollBar(B_VERTICAL))
@@ -183,9 +206,11 @@ bool NPTextView::_HandleKey(char byte) {
     if (const BMessage* message = Window()->CurrentMessage())
         message->FindInt32("raw_char", &raw);
     if (byte == B_ESCAPE && !fPopUps.IsEmpty()) {
-        _ClosePopUps();
+        fPopUps.CloseByKey();
         return true;
     }
+    if (_HandleLinkKey(byte, raw))
+        return true;
     if (IsMenuKey(Window()->CurrentMessage())) {
         _OpenMenuByKey();
         return true;

@@ -20,6 +20,9 @@
 namespace {
 
 constexpr int32 kLongestPart = 64; // of a thread's address, with its terminator
+// Of a pop-up, the first and every other one above it.
+constexpr rgb_color kGround = {239, 239, 239, 0};
+constexpr rgb_color kOtherGround = {228, 230, 234, 0};
 
 // Whether a link leads to a thread that can be read here; fills in its "url" and "dat".
 bool FindThread(const char* link, BMessage* open) {
@@ -36,6 +39,18 @@ bool FindThread(const char* link, BMessage* open) {
     open->AddString("dat", dat.c_str());
     fprintf(stderr, "host: %s bbs: %s key: %s\n", host, board, key);
     return true;
+}
+
+// With its scroll bar; below what is not to be covered, if above it is no room.
+PopUpPlace PlaceBeside(const PopUpTextView& text, BPoint point, float height) {
+    const BRect screen = ScreenUnder(point);
+    const float width = text.PreferredWidth();
+    PopUpPlace place = PlacePopUp(point, width, text.PreferredHeight(), screen);
+    if (height > 0 && place.frame.top > point.y)
+        place = PlacePopUp(point + BPoint(0, height), width, text.PreferredHeight(), screen);
+    if (place.isClipped)
+        place = PlacePopUp(point, width + B_V_SCROLL_BAR_WIDTH + 1, text.PreferredHeight(), screen);
+    return place;
 }
 
 } // namespace
@@ -61,7 +76,7 @@ void NPTextView::MouseDown(BPoint where) {
     if ((buttons & B_SECONDARY_MOUSE_BUTTON) == 0)
         LinkTextView::MouseDown(where);
     else
-        _OpenMenu(where, ConvertToScreen(where));
+        _OpenMenu(OffsetAt(where), {ConvertToScreen(where)});
 }
 
 void NPTextView::_FollowUrl(const char* url) {
@@ -80,34 +95,32 @@ void NPTextView::showPopUpWindow(BPoint where) {
     if (reference == nullptr)
         return;
     SetAnchor(*reference);
-    _OpenPopUp(reference->text.c_str(), ConvertToScreen(where), PopUpStack::kText);
+    _OpenPopUp(reference->text.c_str(), {ConvertToScreen(where)});
 }
 
 // A reference to the last post opens nothing: its end is known by the post behind it.
-void NPTextView::_OpenPopUp(const char* anchor, BPoint screen, int32 opener) {
+void NPTextView::_OpenPopUp(const char* anchor, const PopUpOrigin& origin) {
     ReferenceRange range;
-    if (_OpenHidden(anchor, screen, opener) || !ParseReference(anchor, &range))
+    if (_OpenHidden(anchor, origin) || !ParseReference(anchor, &range))
         return;
-    const int32 start = ArticleAt(range.first);
-    const int32 end = ArticleAt(range.last + 1) - 1;
-    if (start < 0 || end <= start)
-        return;
-    _ShowPopUp(std::make_unique<PopUpTextView>(*this, start, end), screen, opener);
+    const Stretch posts{ArticleAt(range.first), ArticleAt(range.last + 1) - 1};
+    if (posts.start >= 0 && posts.end > posts.start)
+        _ShowPopUp(*this, {posts}, "", origin);
 }
 
-void NPTextView::_ShowPopUp(std::unique_ptr<PopUpTextView> text, BPoint screen, int32 opener) {
-    const BRect whole = ScreenUnder(screen);
-    const float width = text->PreferredWidth();
-    const float height = text->PreferredHeight();
-    PopUpPlace place = PlacePopUp(screen, width, height, whole);
-    if (place.isClipped)
-        place = PlacePopUp(screen, width + B_V_SCROLL_BAR_WIDTH + 1, height, whole);
-    const int32 id = fPopUps.NextId();
-    PopUpWindow* window =
-        new PopUpWindow(place.frame, text.release(), place.isClipped, BMessenger(this), id);
-    const BMessenger messenger(window);
+void NPTextView::_ShowPopUp(const LinkTextView& from, const std::vector<Stretch>& stretches,
+                            const std::string& note, const PopUpOrigin& origin) {
+    const bool isOdd = fPopUps.DepthAbove(origin.opener) % 2 != 0;
+    auto text =
+        std::make_unique<PopUpTextView>(from, stretches, note, isOdd ? kOtherGround : kGround);
+    const PopUpPlace place = PlaceBeside(*text, origin.screen, origin.height);
+    PopUpStack::PopUp popUp{fPopUps.NextId(), BMessenger(), origin.end,
+                            !text->Urls().empty() || !text->References().empty()};
+    PopUpWindow* window = new PopUpWindow(place.frame, text.release(), place.isClipped,
+                                          BMessenger(this), popUp.id, origin.end);
+    popUp.messenger = BMessenger(window);
     window->Show();
-    fPopUps.Push(opener, id, messenger);
+    fPopUps.Push(origin.opener, popUp);
     // Clicks anywhere in the window close it.
     SetEventMask(B_POINTER_EVENTS);
 }
@@ -126,11 +139,17 @@ void NPTextView::_PopUpClicked(const BMessage* message) {
     if (message->FindInt32("id", &id) != B_OK || message->FindPoint("where", &where) != B_OK ||
         !fPopUps.Holds(id))
         return;
+    int32 menuAt = 0;
+    PopUpOrigin origin{where, id};
+    if (message->FindFloat("by_key", &origin.height) == B_OK)
+        origin.end = PopUpEnd::kByKey;
     fPopUps.CloseAbove(id);
     if (message->FindString("url", &text) == B_OK)
         _FollowUrl(text);
     else if (message->FindString("reference", &text) == B_OK)
-        _OpenPopUp(text, where, id);
+        _OpenPopUp(text, origin);
+    else if (message->FindInt32("menu_at", &menuAt) == B_OK)
+        _OpenMenu(menuAt, origin);
 }
 
 void NPTextView::_PopUpGone(const BMessage* message) {

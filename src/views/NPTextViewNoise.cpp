@@ -5,7 +5,6 @@
 #include "noise/NoiseStore.h"
 #include "posts/References.h"
 #include "views/PopUpTextView.h"
-#include "views/ShownPost.h"
 
 #include <Application.h>
 #include <MenuItem.h>
@@ -89,6 +88,7 @@ void NPTextView::SetNoise(const std::string& board, std::shared_ptr<const NoiseF
             fPlace = place;
     }
     fLaysOut = false;
+    SetOwnPosts(fOwn); // their marks have moved
 }
 
 void NPTextView::PostHasCome() {
@@ -126,7 +126,7 @@ bool NPTextView::_AnswersHidden(std::string_view body) const {
 
 void NPTextView::_HideOrShow(size_t index) {
     const bool wasHidden = fHidden.Find(fArticles[index].number) != nullptr;
-    const PostText post = ParseShownPost(_WholePost(index));
+    const PostText post = _PostAt(index);
     const bool hides =
         fNoise != nullptr &&
         (fNoise->Hides(post, wasHidden ? NoiseFilter::Count::kNo : NoiseFilter::Count::kYes) ||
@@ -181,14 +181,14 @@ void NPTextView::_Show(size_t index) {
 }
 
 // False when the link is no hidden post's.
-bool NPTextView::_OpenHidden(const char* link, BPoint screen, int32 opener) {
+bool NPTextView::_OpenHidden(const char* link, const PopUpOrigin& origin) {
     const HiddenPosts::Post* post = fHidden.Find(HiddenPosts::NumberOf(link));
     if (post == nullptr)
         return false;
-    const HiddenPostText text(*this, *post);
+    const HiddenPostText text(*this, *post, ArticleAt(HiddenPosts::NumberOf(link)));
     // Without the line feeds behind it.
     const int32 end = std::max(text.TextLength() - 2, int32{1});
-    _ShowPopUp(std::make_unique<PopUpTextView>(text, 0, end), screen, opener);
+    _ShowPopUp(text, {{0, end}}, "", origin);
     return true;
 }
 
@@ -196,7 +196,7 @@ void NPTextView::_AddNoiseMenu(BPopUpMenu* menu, int32 offset) {
     const size_t index = _IndexAt(offset);
     if (index >= fArticles.size() || offset >= TextLength())
         return;
-    const PostText post = ParseShownPost(_WholePost(index));
+    const PostText post = _PostAt(index);
     int32 start = 0;
     int32 end = 0;
     GetSelection(&start, &end);

@@ -5,7 +5,7 @@ bool PopUpLife::PointerIsOver(bool isOver) {
     fIsPointed = isOver;
     if (isOver)
         fWaits = false;
-    return hasLeft && !fHasNext;
+    return hasLeft && _MayClose();
 }
 
 bool PopUpLife::AnchorPointed(bool isOn) {
@@ -24,6 +24,18 @@ bool PopUpLife::NextClosed() {
     return false;
 }
 
+bool PopUpLife::MenuOpened() {
+    fHasMenu = true;
+    return false;
+}
+
+// The menu has had the pointer: nobody told whether it left this one meanwhile.
+bool PopUpLife::MenuClosed() {
+    fHasMenu = fIsPointed = false;
+    fWaits = true;
+    return false;
+}
+
 bool PopUpLife::TimeIsUp() const {
-    return fWaits && !fHasNext;
+    return fWaits && _MayClose();
 }

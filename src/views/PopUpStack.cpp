@@ -33,14 +33,37 @@ void PopUpStack::CloseAbove(int32 id) {
         fPopUps[first - 1].messenger.SendMessage(kMsgNextClosed);
 }
 
-void PopUpStack::Push(int32 opener, int32 id, const BMessenger& popUp) {
+void PopUpStack::CloseByKey() {
+    if (fPopUps.empty() || fPopUps.back().end == PopUpEnd::kByPointer)
+        CloseAll();
+    else
+        CloseAbove(fPopUps.size() == 1 ? kText : fPopUps[fPopUps.size() - 2].id);
+}
+
+size_t PopUpStack::DepthAbove(int32 opener) const {
+    return opener == kText ? 0 : _IndexOf(opener) + 1;
+}
+
+void PopUpStack::Tell(int32 id, BMessage message) const {
+    const size_t index = _IndexOf(id);
+    if (index < fPopUps.size())
+        fPopUps[index].messenger.SendMessage(&message);
+}
+
+int32 PopUpStack::WithKeys() const {
+    const auto found =
+        std::find_if(fPopUps.rbegin(), fPopUps.rend(), [](const PopUp& p) { return p.hasLinks; });
+    return found == fPopUps.rend() ? kText : found->id;
+}
+
+void PopUpStack::Push(int32 opener, const PopUp& popUp) {
     CloseAbove(opener);
     if (!fPopUps.empty()) {
         BMessage opened(kMsgNextOpened);
-        opened.AddMessenger("pop_up", popUp);
+        opened.AddMessenger("pop_up", popUp.messenger);
         fPopUps.back().messenger.SendMessage(&opened);
     }
-    fPopUps.push_back({id, popUp});
+    fPopUps.push_back(popUp);
 }
 
 void PopUpStack::HasClosed(int32 id) {

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "views/PopUpLife.h"
+
+#include <Message.h>
 #include <Messenger.h>
 
 #include <vector>
@@ -16,21 +19,30 @@ public:
     bool Holds(int32 id) const;
     int32 NextId() { return ++fLastId; }
 
+    struct PopUp {
+        int32 id;
+        BMessenger messenger;
+        PopUpEnd end = PopUpEnd::kByPointer;
+        bool hasLinks = false;
+    };
+
     // The pop-ups above the opener are closed first.
-    void Push(int32 opener, int32 id, const BMessenger& popUp);
+    void Push(int32 opener, const PopUp& popUp);
+    // How many stand below one that the opener opens.
+    size_t DepthAbove(int32 opener) const;
     void CloseAbove(int32 id);
+    // By the keyboard: the topmost one that the keyboard opened, else all.
+    void CloseByKey();
     void CloseAll() { CloseAbove(kText); }
     // It has closed: so do those above it.
     void HasClosed(int32 id);
     // Of the first pop-up.
     void AnchorPointed(bool isOn);
+    void Tell(int32 id, BMessage message) const;
+    // Whose links the keyboard chooses: the topmost one's that has any, else the text's.
+    int32 WithKeys() const;
 
 private:
-    struct PopUp {
-        int32 id;
-        BMessenger messenger;
-    };
-
     void _CloseFrom(size_t index);
     size_t _IndexOf(int32 id) const; // the count of pop-ups without one
 

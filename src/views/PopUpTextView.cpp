@@ -1,6 +1,7 @@
 #include "views/PopUpTextView.h"
 
 #include "views/PopUpMessages.h"
+#include "views/PopUpWindow.h"
 
 #include <InterfaceDefs.h>
 #include <Message.h>
@@ -8,20 +9,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <memory>
 
 namespace {
 
 constexpr float kInset = 8;
-
-using Runs = std::unique_ptr<text_run_array, decltype(&BTextView::FreeRunArray)>;
-
-Runs PlainSizedRuns(const BTextView& text, int32 start, int32 end) {
-    Runs runs(text.RunArray(start, end), BTextView::FreeRunArray);
-    for (int32 i = 0; i < runs->count; i++)
-        runs->runs[i].font.SetSize(be_plain_font->Size());
-    return runs;
-}
 
 BRect InitialFrame(const BTextView& from) {
     return from.TextRect().OffsetToCopy(kInset, kInset);
@@ -29,24 +20,28 @@ BRect InitialFrame(const BTextView& from) {
 
 } // namespace
 
-PopUpTextView::PopUpTextView(const LinkTextView& from, int32 start, int32 end)
+PopUpTextView::PopUpTextView(const LinkTextView& from, const std::vector<Stretch>& stretches,
+                             const std::string& note, rgb_color ground)
     : LinkTextView(InitialFrame(from), "pop-up text", InitialFrame(from), B_FOLLOW_ALL_SIDES,
-                   B_WILL_DRAW | B_FRAME_EVENTS) {
+                   B_WILL_DRAW | B_FRAME_EVENTS),
+      fGround(ground), fSource(from.StandsFor()) {
     MakeSelectable(false);
     SetStylable(true);
-    SetText(from.Text() + start, end - start, PlainSizedRuns(from, start, end).get());
-    _CopyLinks(from, start, end);
+    PopUpCopy copy(from, TextRect().Width());
+    for (const Stretch& stretch : stretches)
+        copy.Add(stretch);
+    if (!note.empty())
+        copy.AddNote(note);
+    SetText(copy.Text().data(), static_cast<int32>(copy.Text().size()), copy.MakeRuns().get());
+    fUrls = copy.Urls();
+    fReferences = copy.References();
+    fPieces = copy.Pieces();
+    SetMarks(copy.Marks());
 }
 
-void PopUpTextView::_CopyLinks(const LinkTextView& from, int32 start, int32 end) {
-    const auto copy = [&](const std::vector<Link>& links, std::vector<Link>* part) {
-        for (const Link& link : links) {
-            if (link.start >= start - 1 && link.end <= end)
-                part->push_back({link.start - start, link.end - start, link.text});
-        }
-    };
-    copy(from.Urls(), &fUrls);
-    copy(from.References(), &fReferences);
+void PopUpTextView::AttachedToWindow() {
+    LinkTextView::AttachedToWindow();
+    SetViewColor(fGround);
 }
 
 float PopUpTextView::PreferredWidth() const {
@@ -86,13 +81,18 @@ void PopUpTextView::FrameResized(float width, float height) {
     LinkTextView::FrameResized(width, height);
 }
 
+BMessage PopUpTextView::_Clicked(BPoint screen) const {
+    BMessage clicked(kMsgPopUpClicked);
+    clicked.AddInt32("id", fId);
+    clicked.AddPoint("where", screen);
+    return clicked;
+}
+
 void PopUpTextView::MouseDown(BPoint where) {
     BPoint point;
     uint32 buttons = 0;
     GetMouse(&point, &buttons);
-    BMessage clicked(kMsgPopUpClicked);
-    clicked.AddInt32("id", fId);
-    clicked.AddPoint("where", ConvertToScreen(where));
+    BMessage clicked = _Clicked(ConvertToScreen(where));
     const int32 offset = OffsetUnder(where);
     const bool isPrimary = (buttons & B_PRIMARY_MOUSE_BUTTON) != 0;
     const Link* url = isPrimary ? LinkAt(fUrls, offset) : nullptr;
@@ -102,7 +102,35 @@ void PopUpTextView::MouseDown(BPoint where) {
     } else if (reference != nullptr) {
         SetAnchor(*reference);
         clicked.AddString("reference", reference->text.c_str());
+    } else if (const int32 source = _SourceOf(OffsetAt(where));
+               (buttons & B_SECONDARY_MOUSE_BUTTON) != 0 && source >= 0) {
+        // The menu takes the pointer from the window before the article's text can tell it why.
+        static_cast<PopUpWindow*>(Window())->MenuOpens();
+        ForgetAnchor();
+        clicked.AddInt32("menu_at", source);
     }
+    fArticle.SendMessage(&clicked);
+}
+
+// Blanks before an indented line belong to what follows them.
+int32 PopUpTextView::_SourceOf(int32 offset) const {
+    for (const PopUpCopy::Piece& piece : fPieces) {
+        if (offset < piece.at + piece.length)
+            return fSource >= 0 ? fSource : piece.source + std::max(0, offset - piece.at);
+    }
+    return -1;
+}
+
+void PopUpTextView::OpenChosen() {
+    const Link* url = ChosenUrl();
+    const Link* link = url != nullptr ? url : ChosenReference();
+    if (link == nullptr)
+        return;
+    float height = 0;
+    BMessage clicked = _Clicked(PlaceOf(*link, &height));
+    clicked.AddString(url != nullptr ? "url" : "reference", link->text.c_str());
+    clicked.AddFloat("by_key", height);
+    ForgetAnchor();
     fArticle.SendMessage(&clicked);
 }
 

@@ -1,16 +1,18 @@
 #pragma once
 
 #include "views/LinkTextView.h"
+#include "views/PopUpCopy.h"
 
 #include <Messenger.h>
 
-// The text of a pop-up: a part of another text, with its colours and its links. A click on a link
-// goes to the article's text as kMsgPopUpClicked: that one has the posts.
+// The text of a pop-up: parts of another text, with their colours and their links. A click goes to
+// the article's text as kMsgPopUpClicked: that one has the posts.
 class PopUpTextView : public LinkTextView {
 public:
-    // A copy of `from` between two offsets, wrapped at its width, in the system's plain size. It
-    // belongs to no window yet.
-    PopUpTextView(const LinkTextView& from, int32 start, int32 end);
+    // Copies parts of `from`, wrapped at its width, in the system's plain size, on a ground of its
+    // own; the note, unless it is empty, stands behind them. It belongs to no window yet.
+    PopUpTextView(const LinkTextView& from, const std::vector<Stretch>& stretches,
+                  const std::string& note, rgb_color ground);
 
     // What is needed to show all of it, in pixels.
     float PreferredWidth() const;
@@ -21,6 +23,10 @@ public:
     // The pop-up that was opened from the reference clicked last; an invalid one when it has gone.
     void SetNext(const BMessenger& next);
 
+    // As a click on the chosen link.
+    void OpenChosen();
+
+    void AttachedToWindow() override;
     void MouseDown(BPoint where) override;
     void FrameResized(float width, float height) override;
     void MessageReceived(BMessage* message) override;
@@ -29,8 +35,12 @@ protected:
     void AnchorPointed(bool isOn) override;
 
 private:
-    void _CopyLinks(const LinkTextView& from, int32 start, int32 end);
+    BMessage _Clicked(BPoint screen) const;
+    int32 _SourceOf(int32 offset) const;
 
+    const rgb_color fGround;
+    const int32 fSource; // the article's place that all of it came from; −1: see the pieces
+    std::vector<PopUpCopy::Piece> fPieces;
     BMessenger fArticle;
     int32 fId = 0;
     BMessenger fNext;

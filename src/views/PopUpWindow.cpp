@@ -19,9 +19,9 @@ constexpr uint32 kFlags = B_NOT_MOVABLE | B_NOT_RESIZABLE | B_NOT_ZOOMABLE | B_N
 } // namespace
 
 PopUpWindow::PopUpWindow(BRect frame, PopUpTextView* text, bool scrolls, const BMessenger& article,
-                         int32 id)
+                         int32 id, PopUpEnd end)
     : BWindow(frame, "", B_BORDERED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, kFlags), fScrolls(scrolls),
-      fArticle(article), fId(id), fText(text) {
+      fArticle(article), fId(id), fText(text), fLife(end) {
     SetPulseRate(0);
     text->SetOwner(article, id);
     PopUpScrollView* view = new PopUpScrollView(text, scrolls);
@@ -45,6 +45,9 @@ void PopUpWindow::MessageReceived(BMessage* message) {
     case kMsgAnchorEntered: _Follow(fLife.AnchorPointed(true)); break;
     case kMsgNextOpened: _NextOpened(message); break;
     case kMsgNextClosed: _NextClosed(); break;
+    case kMsgMenuClosed: _Follow(fLife.MenuClosed()); break;
+    case kMsgChooseLink: _ChooseLink(message); break;
+    case kMsgOpenChosen: fText->OpenChosen(); break;
     default: BWindow::MessageReceived(message);
     }
 }
@@ -84,4 +87,14 @@ void PopUpWindow::_NextOpened(const BMessage* message) {
 void PopUpWindow::_NextClosed() {
     fText->SetNext(BMessenger());
     _Follow(fLife.NextClosed());
+}
+
+void PopUpWindow::MenuOpens() {
+    _Follow(fLife.MenuOpened());
+}
+
+void PopUpWindow::_ChooseLink(const BMessage* message) {
+    bool isBack = false;
+    message->FindBool("back", &isBack);
+    fText->ChooseLink(isBack ? LinkTextView::Way::kBack : LinkTextView::Way::kForward);
 }

@@ -13,8 +13,8 @@ class PopUpTextView;
 class PopUpWindow : public BWindow {
 public:
     // The text becomes the window's. `scrolls` when the frame is too small for it.
-    PopUpWindow(BRect frame, PopUpTextView* text, bool scrolls, const BMessenger& article,
-                int32 id);
+    PopUpWindow(BRect frame, PopUpTextView* text, bool scrolls, const BMessenger& article, int32 id,
+                PopUpEnd end);
     ~PopUpWindow() override;
 
     void MessageReceived(BMessage* message) override;
@@ -22,15 +22,18 @@ public:
     bool Scrolls() const { return fScrolls; }
     PopUpTextView* TextView() const { return fText; }
 
-    // From its views: where the pointer is, and that it did not come in time.
+    // From its views: where the pointer is, that it did not come in time, and that it asked for a
+    // menu.
     void PointerIsOver(bool isOver);
     void TimeIsUp();
+    void MenuOpens();
 
 private:
     void _Follow(bool closes);
     void _Scroll(const BMessage* wheel);
     void _NextOpened(const BMessage* message);
     void _NextClosed();
+    void _ChooseLink(const BMessage* message);
 
     // Constant after construction
     const bool fScrolls;

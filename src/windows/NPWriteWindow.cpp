@@ -1,9 +1,11 @@
 #include "windows/NPWriteWindow.h"
 
 #include "messages/Messages.h"
+#include "net/NPUrl.h"
 #include "post/PostForm.h"
 #include "post/PostWorker.h"
 #include "text/Utf8Cut.h"
+#include "views/OwnPostStore.h"
 #include "widgets/Alerts.h"
 #include "windows/WriteWindowSlots.h"
 #include "workers/WorkerThread.h"
@@ -301,6 +303,9 @@ void NPWriteWindow::_PostDone(const BMessage* message) {
     fFinish = isUnconfirmed ? Finish::kUnconfirmed : Finish::kConfirmed;
     fNames.Add(fName->Text());
     fMails.Add(fMail->Text());
+    const NPUrl url(fTarget.BoardUrl().c_str());
+    if (url.Status() == 0)
+        RememberSent(url.Host(), url.Board(), fTarget.DatName().c_str(), fMessage->Text());
     _ReloadThread();
     PostMessage(B_QUIT_REQUESTED);
 }

@@ -119,4 +119,27 @@ TEST(OwnPosts, AreKnownByTheirText) {
     EXPECT_EQ(NumbersAsText({12, 45}), "12,45");
 }
 
+TEST(OwnPosts, WaitForAnHourAmongThePostsThatComeLater) {
+    const std::vector<PostText> posts = {
+        {4, "", "", "同じ"}, {5, "", "", "同じ\n"}, {6, "", "", "x"}};
+    struct Case {
+        const char* sent;
+        int32_t known;
+        int64_t age;
+        const char* numbers;
+        size_t waiting;
+    };
+    for (const Case& row :
+         {Case{"同 じ", 4, 10, "2,5", 0}, Case{"同じ", 3, 10, "2", 1}, Case{"x", 6, 10, "2", 1},
+          Case{"x", 6, 3600, "2", 0}, Case{"x", 5, 9999, "2,6", 0}, Case{" \n", 0, 10, "2", 0}}) {
+        OwnPosts own{{2}, {}};
+        own.Add(row.sent, row.known, 1000);
+        own.waiting = SentFromText(SentAsText(own.waiting));
+        EXPECT_EQ(own.Settle(posts, 1000 + row.age), row.waiting == 0 && *row.sent != ' ');
+        EXPECT_EQ(NumbersAsText(own.numbers), row.numbers) << row.sent << row.age;
+        EXPECT_EQ(own.waiting.size(), row.waiting) << row.sent << row.age;
+    }
+    EXPECT_EQ(SentFromText("\nx\n1 2\n1 2 \n-1 2 a\n99999999999999999999 1 a\n7 8 a b").size(), 1u);
+}
+
 } // namespace

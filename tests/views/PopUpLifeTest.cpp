@@ -15,6 +15,8 @@ bool Closes(PopUpLife* life, char step) {
     case 'P': return life->PointerIsOver(false);
     case 'n': return life->NextOpened();
     case 'N': return life->NextClosed();
+    case 'm': return life->MenuOpened();
+    case 'M': return life->MenuClosed();
     default: return life->TimeIsUp();
     }
 }
@@ -39,6 +41,11 @@ TEST(PopUpLife, ClosesWhenThePointerHasLeftItOrDoesNotCome) {
         {"the next one has closed, and nobody comes", "pnPN!", 5, true},
         {"the next one has closed, and the pointer comes back in time", "pnPNp!", 7, false},
         {"left before the next one came", "An!", 4, true},
+        {"its menu has the pointer", "pmP!", 5, false},
+        {"its menu has gone, and nobody comes", "pmPM!", 5, true},
+        {"its menu has opened the next one", "pmPnM!", 7, true},
+        {"left through its menu for the next one, which has closed", "pmnMN!", 6, true},
+        {"its menu has gone, and the pointer is still there", "pmMp!", 6, false},
     };
     for (const Case& row : kCases) {
         PopUpLife life;
@@ -49,6 +56,9 @@ TEST(PopUpLife, ClosesWhenThePointerHasLeftItOrDoesNotCome) {
         EXPECT_EQ(closes ? count : row.steps.size() + 1, row.closesAfter) << row.what;
         EXPECT_EQ(life.Waits(), row.waits) << row.what;
     }
+    PopUpLife life(PopUpEnd::kByKey);
+    for (const char step : std::string("pPA!pmPM!nN!"))
+        EXPECT_FALSE(Closes(&life, step) || life.Waits()) << step;
 }
 
 } // namespace

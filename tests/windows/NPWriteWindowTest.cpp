@@ -61,7 +61,7 @@ protected:
 
 } // namespace
 
-TEST_F(Posting, APostAppearsInTheReloadedThread) {
+TEST_F(Posting, APostAppearsInTheReloadedThreadAndIsKnownThere) {
     OpenWriter();
     Writer writer;
     writer.SetName("太郎");
@@ -74,6 +74,40 @@ TEST_F(Posting, APostAppearsInTheReloadedThread) {
     EXPECT_NE(fBrowser->Text().find("こんにちは\n二行目"), std::string::npos);
     EXPECT_EQ(fFolder.Read("2ch/Name.log"), "太郎\n");
     EXPECT_FALSE(fFolder.Has("2ch/Drafts/many.example/many/" + fKey + ".txt"));
+    // It is known as an own one, with what answers it, also after the whole thread has come anew.
+    const auto ticks = [this](size_t count) {
+        return fBrowser->WaitUntil(
+            [this, count] { return fBrowser->Article()->TextView()->Ticks().size() == count; });
+    };
+    // In the scroll bar's columns.
+    const auto isDrawn = [this] {
+        const Picture picture = Snapshot(fBrowser->Window());
+        int count = 0;
+        for (int32 i = 0; i < picture.width * picture.height; i++) {
+            const rgb_color pixel = picture.pixels[static_cast<size_t>(i)];
+            const bool isBlue = pixel.red == 70 && pixel.green == 130 && pixel.blue == 180;
+            count += isBlue && i % picture.width > picture.width - 20 ? 1 : 0;
+        }
+        return count == 8;
+    };
+    EXPECT_TRUE(ticks(1));
+    EXPECT_TRUE(WaitUntil(isDrawn));
+    OpenWriter();
+    Writer second;
+    second.Type(">>2 はい");
+    second.Send();
+    EXPECT_TRUE(second.WaitUntilClosed());
+    EXPECT_TRUE(fBrowser->WaitUntil([this] { return Count(" (3)"); }));
+    EXPECT_TRUE(ticks(3));
+    fBrowser->Locked(
+        [this] { return BMessenger(fBrowser->Article()).SendMessage(kMsgReloadFromScratch); },
+        status_t(B_OK));
+    EXPECT_TRUE(fBrowser->WaitUntil([this] { return Count(" (3)"); }));
+    EXPECT_TRUE(ticks(3));
+    const std::string attributes =
+        fFolder.Read("2ch/2chCache/many.example/many/.attributes/" + fKey + ".dat");
+    EXPECT_NE(attributes.find("own_posts"), std::string::npos);
+    EXPECT_EQ(attributes.find("own_sent"), std::string::npos);
 }
 
 TEST(NPWriteWindow, AThreadReadPageByPageIsPostedToThroughItsOwnCgi) {
