@@ -24,6 +24,11 @@ constexpr Command Separator(const char* menu) {
     return {nullptr, menu, nullptr, 0, ""};
 }
 
+// What the panes themselves do when they have the keyboard.
+constexpr Command Pane(const char* id, const char* label, const char* key) {
+    return {id, kThread, label, 0, key, Target::kWindow, Place::kPane, true};
+}
+
 constexpr Command kCommands[] = {
     {"new_window", kFile, "新規ウィンドウ", kMsgNewWindow, "Ctrl+N"},
     {"next_window", kFile, "ウィンドウ切替", kMsgNextWindow, "Ctrl+G", Target::kApplication},
@@ -51,6 +56,17 @@ constexpr Command kCommands[] = {
     {"reload", kThread, "再読込", kMsgReloadThread, "F5", Target::kWindow, Place::kKeyAlone},
     {"next_news", kThread, "次の新着スレッド", kMsgNextNews, "F6", Target::kWindow,
      Place::kKeyAlone},
+    Pane("page_on", "一画面進む", "Space"),
+    Pane("page_back", "一画面戻る", "Shift+Space"),
+    Pane("first_new", "最初の新着へ", "N"),
+    Pane("next_link", "次のリンクを選ぶ", "]"),
+    Pane("last_link", "前のリンクを選ぶ", "["),
+    Pane("open_link", "選んだリンクを開く", "Enter"),
+    Pane("close_pop_up", "ポップアップを閉じる", "Esc"),
+    Pane("begin", "先頭へ", "Home"),
+    Pane("end", "末尾へ", "End"),
+    Pane("menu", "メニューを開く", "Menu / Shift+F10"),
+    Pane("next_pane", "次の欄へ", "Tab"),
 };
 
 std::string SettingOf(const Command& command) {
@@ -79,11 +95,16 @@ KeyChord KeyOf(const SettingsFile& settings, const Command& command) {
     return ParseKeyChord(command.key).value_or(KeyChord());
 }
 
+std::string KeyText(const SettingsFile& settings, const Command& command) {
+    return command.place == Place::kPane ? command.key : KeyOf(settings, command).Text();
+}
+
 const Command* FindCommand(const SettingsFile& settings, const KeyChord& chord) {
     if (chord.IsNone())
         return nullptr;
     for (const Command& command : kCommands) {
-        if (command.id != nullptr && KeyOf(settings, command) == chord)
+        if (command.id != nullptr && command.place != Place::kPane &&
+            KeyOf(settings, command) == chord)
             return &command;
     }
     return nullptr;

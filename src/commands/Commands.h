@@ -12,7 +12,7 @@ class SettingsFile;
 // What the user can have the program do by a menu or a key.
 struct Command {
     enum class Target { kWindow, kApplication };
-    enum class Place { kMenu, kKeyAlone };
+    enum class Place { kMenu, kKeyAlone, kPane };
 
     const char* id; // in the settings; null: a separator of the menu
     const char* menu;
@@ -27,6 +27,8 @@ struct Command {
 // All of them, in the order of the menus.
 std::span<const Command> Commands();
 
+// How the key of a command is called.
+std::string KeyText(const SettingsFile& settings, const Command& command);
 // The key of a command: the user's, or its own. Kept as text in the settings, "shortcut_ID".
 KeyChord KeyOf(const SettingsFile& settings, const Command& command);
 // Null when none has it.

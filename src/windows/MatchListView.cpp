@@ -75,10 +75,10 @@ private:
 MatchListView::MatchListView(BRect frame) : ClickListView(frame, "matches", Hierarchy::kFlat) {
     SetSortFunction(Row::CompareRows);
     const uint32 sorts = CLVColumn::kSortable;
-    AddColumn({"スレッド", 220, 40, sorts});
+    AddColumn({"スレッド", 200, 40, sorts});
     AddColumn({"レス", 45, 20, sorts});
-    AddColumn({"本文", 240, 40, sorts});
-    AddColumn({"板", 130, 40, sorts});
+    AddColumn({"本文", 220, 40, sorts});
+    AddColumn({"板", 170, 40, sorts});
     AddColumn({"更新日時", 120, 40, sorts});
 }
 

@@ -32,11 +32,11 @@ WindowSlot& Slot() {
 
 class Row : public CLVEasyItem {
 public:
-    Row(const Command& command, const KeyChord& key)
+    Row(const Command& command, const std::string& key)
         : CLVEasyItem(0, false, false), fCommand(command) {
         SetColumnContent(0, command.menu);
         SetColumnContent(1, command.label);
-        SetColumnContent(2, key.Text().c_str());
+        SetColumnContent(2, key.c_str());
     }
     const Command& What() const { return fCommand; }
 
@@ -59,7 +59,7 @@ public:
         MakeEmpty();
         for (const Command& command : Commands()) {
             if (command.id != nullptr)
-                AddItem(new Row(command, KeyOf(settings, command)));
+                AddItem(new Row(command, KeyText(settings, command)));
         }
         FinishAdding();
         FullListSelect(selected);
@@ -131,7 +131,7 @@ void NPKeysWindow::MessageReceived(BMessage* message) {
 
 void NPKeysWindow::_ShowKey() {
     if (const Command* command = fList->Selected())
-        fKey->SetText(KeyOf(*fSettings, *command).Text().c_str());
+        fKey->SetText(KeyText(*fSettings, *command).c_str());
     fStatus->SetText("");
 }
 
@@ -143,7 +143,7 @@ void NPKeysWindow::_Change(const char* text) {
     if (!refusal.empty())
         return;
     fList->Show(*fSettings);
-    fKey->SetText(KeyOf(*fSettings, *command).Text().c_str());
+    fKey->SetText(KeyText(*fSettings, *command).c_str());
     be_app_messenger.SendMessage(kMsgKeysChanged);
 }
 

@@ -28,9 +28,9 @@ public:
         _SendIfDue();
         return fCount < kMostMatches && !fJob.control->MustStop();
     }
-    // False when the search must end.
+    // Before the next of the files; false when the search must end.
     bool GoOn(int32 files) {
-        fFiles = files;
+        fFiles = files + 1;
         _SendIfDue();
         return !fJob.control->MustStop();
     }

@@ -80,7 +80,7 @@ protected:
             return Ask([this] {
                 const std::string status =
                     dynamic_cast<BStringView*>(fWindow->FindView("status"))->Text();
-                return status.ends_with("調べました");
+                return status.ends_with("— 30スレッドを調べました");
             });
         });
     }

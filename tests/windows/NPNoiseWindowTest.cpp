@@ -108,8 +108,6 @@ TEST_F(NoiseWindow, RulesAreAddedChangedPassedOnAndDeleted) {
         EXPECT_NE(Status(), "");
         EXPECT_EQ(Rules().size(), 1u);
     }
-    if (getenv("NG_PICTURE"))
-        SavePicture(fWindow, getenv("NG_PICTURE"));
 }
 
 } // namespace
