@@ -1,26 +1,17 @@
 #include "windows/MatchListView.h"
 
 #include "messages/Messages.h"
+#include "text/DateText.h"
 
 #include <Application.h>
 #include <Message.h>
 #include <Window.h>
 
-#include <array>
 #include <cstring>
-#include <ctime>
 
 namespace {
 
 enum Column : int32 { kTitle, kPost, kLine, kBoard, kDate };
-
-std::string DateText(time_t when) {
-    tm parts = {};
-    localtime_r(&when, &parts);
-    std::array<char, 32> text = {};
-    strftime(text.data(), text.size(), "%Y/%m/%d %H:%M", &parts);
-    return text.data();
-}
 
 std::string TextOf(const BMessage* message, const char* field, int32 index) {
     const char* text = "";

@@ -1,26 +1,17 @@
 #include "windows/NoiseListView.h"
 
+#include "text/DateText.h"
+
 #include <Window.h>
 
 #include <array>
 #include <cstring>
-#include <ctime>
 
 namespace {
 
 enum Column : int32 { kKind, kText, kBoard, kHits, kLastHit, kState };
 
 constexpr std::array<const char*, 3> kKinds = {"ID", "名前", "語"};
-
-std::string DateText(time_t when) {
-    if (when <= 0)
-        return {};
-    tm parts = {};
-    localtime_r(&when, &parts);
-    std::array<char, 32> text = {};
-    strftime(text.data(), text.size(), "%Y/%m/%d %H:%M", &parts);
-    return text.data();
-}
 
 std::string ScopeText(const NoiseRule& rule) {
     const std::string board = rule.board.empty() ? "すべての板" : rule.board;

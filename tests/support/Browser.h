@@ -72,8 +72,12 @@ public:
             return title == Article()->GetTitle() && (status.empty() || status.starts_with("新着"));
         });
     }
+    // An empty line may say what a thread has brought.
     bool WaitForStatus(const std::string& text) {
-        return WaitUntil([&] { return text == Status()->Text(); });
+        return WaitUntil([&] {
+            const std::string status = Status()->Text();
+            return status == text || (text.empty() && status.starts_with("新着"));
+        });
     }
 
     std::string Text() {
