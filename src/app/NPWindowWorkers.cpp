@@ -295,7 +295,8 @@ void NPWindow::_ThreadComplete(BMessage* message) {
         fParent.SendMessage(message);
     if (!isOwn)
         return;
-    _ShowNews();
+    if (!message->HasBool("told"))
+        _ShowNews();
     fPatrol.StepEnded();
     fSearchIndex = 0;
 }

@@ -36,7 +36,8 @@ constexpr uint32 kMsgThreadSelected =
 constexpr uint32 kMsgThreadSelectedCached = 'mTSC';
 constexpr uint32 kMsgBoardComplete = 'mBRF'; // subject workers: "port" int32, the list's own fields
 constexpr uint32 kMsgThreadComplete = 'mTRF';   // thread workers: "port", "dat", "res_num",
-                                                // "last_modified", "cut" bool: more is missing
+                                                // "last_modified", "cut" bool: more is missing,
+                                                // "told" bool: the status line says why
 constexpr uint32 kMsgNextThreads = 'mNXL';      // next thread worker: "port", of each one "title",
                                                 // "dat", "count" int32, the likeliest first
 constexpr uint32 kMsgOpenNextThread = 'mNXO';   // menu of these: "url", "dat", "title", "old_dat"

@@ -288,6 +288,8 @@ void ThreadDownload::_Complete(DownloadEnd end) {
         complete.AddBool("bookmark", true);
     if (IsPartialEnd(end))
         complete.AddBool("cut", true);
+    if (*fEnding != '\0')
+        complete.AddBool("told", true);
     Complete(&complete);
     ShowProgress(fEnding);
 }
