@@ -30,6 +30,13 @@ bool IsThread(std::string_view name) {
     return name.ends_with(".dat") || name.ends_with(".cgi");
 }
 
+// A name in a folder; either may be empty.
+std::string Below(std::string folder, std::string_view name) {
+    if (!folder.empty() && !name.empty())
+        folder += '/';
+    return folder.append(name);
+}
+
 std::string_view TakeLine(std::string_view* text) {
     const std::string_view line = text->substr(0, text->find('\n'));
     text->remove_prefix(std::min(text->size(), line.size() + 1));
@@ -145,7 +152,7 @@ bool CacheSearch::SearchPosts(const Found& found, const GoesOn& goesOn) {
 // Files before folders; what begins with "." is the program's own.
 bool CacheSearch::_Walk(const std::string& place, int depth, const Look& look,
                         const GoesOn& goesOn) {
-    const std::string path = place.empty() ? fFolder : fFolder + "/" + place;
+    const std::string path = Below(fFolder, place);
     BDirectory directory(path.c_str());
     std::vector<std::string> folders;
     entry_ref ref;
@@ -159,14 +166,13 @@ bool CacheSearch::_Walk(const std::string& place, int depth, const Look& look,
         }
         if (!goesOn(fFiles++))
             return false;
-        File file{place, name, BFile((path + "/" + name).c_str(), B_READ_ONLY)};
+        File file{place, name, BFile(Below(path, name).c_str(), B_READ_ONLY)};
         if (file.file.InitCheck() == B_OK && !look(file))
             return false;
     }
     std::ranges::sort(folders);
     for (const std::string& folder : folders) {
-        if (depth < kDeepest &&
-            !_Walk(place.empty() ? folder : place + "/" + folder, depth + 1, look, goesOn))
+        if (depth < kDeepest && !_Walk(Below(place, folder), depth + 1, look, goesOn))
             return false;
     }
     return true;

@@ -203,7 +203,7 @@ bool NPNoiseWindow::_RuleInFields(NoiseRule* rule) {
     return error.empty();
 }
 
-void NPNoiseWindow::_Store(NoiseRules rules) {
+void NPNoiseWindow::_Store(const NoiseRules& rules) {
     if (NoiseStore::Shared().SetRules(rules) != B_OK)
         _Say("ファイルに保存できません。終了するまでは効いています。");
     _ShowRules();

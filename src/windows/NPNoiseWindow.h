@@ -31,7 +31,7 @@ private:
     void _ShowRule();
     void _Say(const std::string& text);
     bool _RuleInFields(NoiseRule* rule);
-    void _Store(NoiseRules rules);
+    void _Store(const NoiseRules& rules);
 
     void _Add();
     void _Change();
