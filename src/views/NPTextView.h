@@ -145,7 +145,7 @@ private:
     size_t _IndexAt(int32 offset) const;
     int32 _EndOf(size_t index) const;
     std::string_view _WholePost(size_t index) const;
-    bool _AnswersHidden(std::string_view body) const;
+    bool _AnswersHidden(const PostText& post) const;
     void _HideOrShow(size_t index);
     void _Hide(size_t index);
     void _Show(size_t index);

@@ -137,3 +137,34 @@ TEST_F(HiddenPostsTest, AreChosenInTheMenu) {
     EXPECT_EQ(rules[1].text + rules[1].board, "の語");
     EXPECT_EQ(rules[2].text + rules[2].board, "名無しさん");
 }
+
+// Rules may go in any order: only what stands before a post can take it along.
+TEST_F(HiddenPostsTest, AnswersComeBackWithWhatTheyAnswer) {
+    AddPost(1, Anchor(">>3") + " 先に");
+    AddPost(2, "宣伝 " + Anchor(">>2") + " 自分");
+    AddPost(3, "宣伝 " + Anchor(">>4"));
+    AddPost(4, "宣伝 " + Anchor(">>3"));
+    const std::string whole = Text();
+    Hide({"宣伝"}, true);
+    EXPECT_EQ(Text().find("自分"), std::string::npos);
+    Hide({"宣伝"}, true);
+    EXPECT_NE(Text().find("先に"), std::string::npos);
+    Hide({"別"}, true);
+    EXPECT_EQ(Text(), whole);
+}
+
+TEST_F(HiddenPostsTest, ComeBackInTheFontThatHolds) {
+    AddThread();
+    Hide({"宣伝"});
+    Do([this] { fView->SetArticleFont("", "", 30); });
+    const auto sizeAt = [this](int32 number) {
+        return Ask([&] {
+            BFont font;
+            fView->GetFontAndColor(fView->ArticleAt(number) + 1, &font);
+            return font.Size();
+        });
+    };
+    EXPECT_EQ(sizeAt(2), 30);
+    Hide({});
+    EXPECT_EQ(sizeAt(2), 30);
+}
