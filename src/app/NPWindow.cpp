@@ -241,9 +241,16 @@ void NPWindow::_ReloadBoards() {
 // A worker empties the line as its last word, before or behind its completion: what the thread has
 // brought stays on it.
 void NPWindow::PostProgressData(const char* text, int32 value) {
-    if (*text != '\0')
+    if (*text != '\0') {
+        fNotice.clear();
         fNews.clear();
+    }
     fProgressView->DrawBar(*text != '\0' ? text : fNews.c_str(), value);
+}
+
+void NPWindow::PostNotice(const char* text) {
+    PostProgressData(text, 0);
+    fNotice = fNews = text;
 }
 
 // The program would end with the last one: the application asks for the texts first that are not
@@ -266,8 +273,8 @@ bool NPWindow::QuitRequested() {
     fSearchWindow.Window().SendMessage(B_QUIT_REQUESTED);
     if (!fThreadOnly)
         _SaveLayout();
-    if (const NPApp* application = dynamic_cast<NPApp*>(be_app);
-        application != nullptr && application->IsLastWindow())
+    if (NPApp* application = dynamic_cast<NPApp*>(be_app);
+        application != nullptr && application->WindowCloses())
         fSettings->PutAt(kOpenWindows, 0, WriteSession({AsOpen()}).c_str());
     be_app_messenger.SendMessage(kMsgWindowClosed);
     return BrowserWindow::QuitRequested();

@@ -16,6 +16,7 @@
 #include "views/TickScrollView.h"
 #include "widgets/Alerts.h"
 
+#include <Application.h>
 #include <Font.h>
 #include <InterfaceDefs.h>
 #include <Message.h>
@@ -25,6 +26,7 @@
 #include <cmath>
 #include <cstring>
 #include <optional>
+#include <vector>
 
 namespace {
 
@@ -140,16 +142,19 @@ void NPArticleView::_UseNoise() {
     _NoteNoise();
 }
 
-// What the rules have found is counted; one that was switched off is named where the user looks.
+// What the rules have found is counted; one that was switched off is named where the user looks,
+// and what it has hidden comes back.
 void NPArticleView::_NoteNoise() {
     if (fNoise == nullptr)
         return;
     BrowserWindow* window = dynamic_cast<BrowserWindow*>(Window());
-    for (const std::string& rule : NoiseStore::Shared().TakeFindingsOf(*fNoise)) {
+    const std::vector<std::string> stopped = NoiseStore::Shared().TakeFindingsOf(*fNoise);
+    for (const std::string& rule : stopped) {
         if (window != nullptr)
-            window->PostProgressData(
-                ("NG「" + rule + "」は時間がかかりすぎたので止めました。").c_str(), 0);
+            window->PostNotice(("NG「" + rule + "」は時間がかかりすぎたので止めました。").c_str());
     }
+    if (!stopped.empty())
+        be_app_messenger.SendMessage(kMsgNoiseChanged);
 }
 
 void NPArticleView::_Clear() {
