@@ -1,6 +1,7 @@
 #include "app/NPWindow.h"
 
 #include "app/NPApp.h"
+#include "commands/Commands.h"
 #include "messages/Messages.h"
 #include "settings/Habits.h"
 #include "settings/SettingsFile.h"
@@ -91,8 +92,18 @@ void NPWindow::_PlaceOnScreen() {
     ResizeTo(frame.Width(), frame.Height());
 }
 
+// A window with menus has it there.
 void NPWindow::AddShortcuts() {
-    AddShortcut('G', 0, new BMessage(kMsgNextWindow));
+    if (!fThreadOnly)
+        return;
+    for (const Command& command : Commands()) {
+        if (command.code != kMsgNextWindow)
+            continue;
+        const KeyChord key = KeyOf(*fSettings, command);
+        if (key.character != 0)
+            AddShortcut(static_cast<uchar>(key.character), key.modifiers,
+                        new BMessage(kMsgNextWindow));
+    }
 }
 
 void NPWindow::MessageReceived(BMessage* message) {

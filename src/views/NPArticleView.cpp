@@ -121,8 +121,7 @@ void NPArticleView::MessageReceived(BMessage* message) {
 void NPArticleView::ShowThread(port_id request, const char* url, const char* dat) {
     WriteBarPosition();
     _Clear();
-    if (fUrl != url || fDat != dat)
-        fTextView->SetFirstNew(0);
+    fTextView->SetFirstNew(0);
     fUrlLabel->SetUrl(url, dat);
     fUrl = url;
     fDat = dat;
@@ -186,10 +185,7 @@ void NPArticleView::ReturnToPlace(port_id request) {
 }
 
 bool NPArticleView::IsThreadAtItsEnd() const {
-    const int32 last = fTextView->ArticleAt(fPosts);
-    const int32 length = fTextView->TextLength();
-    return last >= 0 && IsAtItsEnd(fPosts, std::string_view(fTextView->Text() + last,
-                                                            static_cast<size_t>(length - last)));
+    return fPosts > 0 && IsAtItsEnd(fPosts, fTextView->LastPost());
 }
 
 bool NPArticleView::_HasPlace() const {

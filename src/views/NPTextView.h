@@ -83,6 +83,10 @@ public:
         bool isOwn;
     };
     const std::vector<Tick>& Ticks() const { return fTicks; }
+    // The last post as it is or was before it was hidden; borrowed likewise.
+    std::string_view LastPost() const {
+        return fArticles.empty() ? std::string_view() : _WholePost(fArticles.size() - 1);
+    }
     // The posts behind this one; they borrow from the text until it changes.
     std::vector<PostText> PostsBehind(int32 number) const;
 

@@ -1,6 +1,9 @@
 #include "support/ThreadFixture.h"
 
+#include "net/lines.h"
 #include "noise/NoiseStore.h"
+#include "support/ScratchFolder.h"
+#include "views/NPArticleView.h"
 
 #include <ScrollBar.h>
 
@@ -167,4 +170,26 @@ TEST_F(HiddenPostsTest, ComeBackInTheFontThatHolds) {
     EXPECT_EQ(sizeAt(2), 30);
     Hide({});
     EXPECT_EQ(sizeAt(2), 30);
+}
+
+TEST(HiddenLastPost, StillEndsItsThread) {
+    const ScratchFolder folder;
+    const NoiseRules before = NoiseStore::Shared().Rules();
+    NoiseRule rule;
+    rule.text = "超えました";
+    NoiseStore::Shared().SetRules({{rule}});
+    BWindow* window = new BWindow(BRect(0, 0, 400, 400), "pane", B_TITLED_WINDOW, 0);
+    NPArticleView* pane = new NPArticleView(window->Bounds());
+    window->Lock();
+    window->AddChild(pane);
+    std::string text = "このスレッドは500を超えました。";
+    _ArticleOut post = {};
+    post.name = post.date = post.message = post.mail = text.data();
+    pane->ShowThread(1, "http://board.example/news/", "1.dat");
+    EXPECT_FALSE(pane->IsThreadAtItsEnd());
+    pane->addArticleItem(1, "title", 1, post);
+    EXPECT_TRUE(std::string(pane->GetText()).starts_with("1 あぼーん"));
+    EXPECT_TRUE(pane->IsThreadAtItsEnd());
+    window->Quit();
+    NoiseStore::Shared().SetRules(before);
 }
