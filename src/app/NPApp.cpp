@@ -85,8 +85,8 @@ bool NPApp::_ReopenWindows() {
     return !windows.empty();
 }
 
-// The last window that closes by itself keeps what it showed.
-void NPApp::_KeepOpenWindows() {
+// Empty without any: the last window that closed by itself has kept what it showed.
+std::string NPApp::_OpenWindows() {
     std::vector<OpenWindow> open;
     for (int32 i = 0; BWindow* window = WindowAt(i); i++) {
         const auto keep = [&open](BWindow* locked) {
@@ -96,8 +96,18 @@ void NPApp::_KeepOpenWindows() {
         };
         WithWindow(window, keep);
     }
-    if (!open.empty())
-        fSettings->PutAt(kOpenWindows, 0, WriteSession(open).c_str());
+    return WriteSession(open);
+}
+
+void NPApp::_Save(const std::string& openWindows) {
+    if (!openWindows.empty())
+        fSettings->PutAt(kOpenWindows, 0, openWindows.c_str());
+    fSettings->Save();
+}
+
+// Windows close on threads of their own, several at once; the application may hear of it later.
+bool NPApp::WindowCloses() {
+    return --fOpenCount == 0;
 }
 
 void NPApp::_OpenFirstWindow() {
@@ -139,10 +149,10 @@ int32 NPApp::CheckPath(const char* name) {
 bool NPApp::QuitRequested() {
     if (fSettings == nullptr)
         return BApplication::QuitRequested();
-    _KeepOpenWindows();
-    fSettings->Save();
-    NoiseStore::Shared().SaveCounts();
     _DismissAlerts();
+    const std::string open = _OpenWindows();
+    _Save(open);
+    NoiseStore::Shared().SaveCounts();
     // A text that can't be kept may hold up the end: its window is asked while all others stand.
     Unlock();
     const bool isAllKept = CloseWriteWindows();
@@ -150,7 +160,7 @@ bool NPApp::QuitRequested() {
     const bool quits = isAllKept && BApplication::QuitRequested();
     // The windows wrote their layout as they closed.
     if (quits)
-        fSettings->Save();
+        _Save(open);
     else if (fWindowCount <= 0) // the last one was faster than the question
         _OpenFirstWindow();
     return quits;
@@ -205,6 +215,7 @@ void NPApp::MessageReceived(BMessage* message) {
 BMessenger NPApp::CreateNewWindow(BRect frame, bool threadOnly, const BMessenger& parent) {
     NPWindow* window = new NPWindow(frame, fSettings, threadOnly, parent);
     const BMessenger messenger(window);
+    fOpenCount++;
     window->Show();
     fWindowCount++;
     return messenger;

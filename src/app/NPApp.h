@@ -8,6 +8,7 @@
 #include <Rect.h>
 
 #include <atomic>
+#include <string>
 
 class NPWindow;
 
@@ -36,12 +37,15 @@ public:
     SettingsFile* Settings() const { return fSettings; }
     // Whether the program ends with the browser window that asks. Any thread.
     bool IsLastWindow() const { return fWindowCount == 1; }
+    // A browser window closes: whether it leaves no other. Any thread.
+    bool WindowCloses();
 
 private:
     void InitPrefs();
     void _OpenFirstWindow();
     bool _ReopenWindows();
-    void _KeepOpenWindows();
+    std::string _OpenWindows();
+    void _Save(const std::string& openWindows);
     void _DismissAlerts();
     BMessenger CreateNewWindow(BRect frame, bool threadOnly, const BMessenger& parent);
     void _Broadcast(const BMessage& message);
@@ -65,6 +69,7 @@ private:
 
     SettingsFile* fSettings = nullptr;
     std::atomic<int32> fWindowCount = 0; // written by the application's thread alone
+    std::atomic<int32> fOpenCount = 0;   // of windows that have not begun to close
     int32 fBusyCount = 0;
     NPUpdateWindow* fUpdateWindow = nullptr; // while it is being opened
     bool fShowsBusy = false;

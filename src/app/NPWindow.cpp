@@ -1,6 +1,7 @@
 #include "app/NPWindow.h"
 
 #include "app/NPApp.h"
+#include "commands/Commands.h"
 #include "messages/Messages.h"
 #include "settings/Habits.h"
 #include "settings/SettingsFile.h"
@@ -91,8 +92,18 @@ void NPWindow::_PlaceOnScreen() {
     ResizeTo(frame.Width(), frame.Height());
 }
 
+// A window with menus has it there.
 void NPWindow::AddShortcuts() {
-    AddShortcut('G', 0, new BMessage(kMsgNextWindow));
+    if (!fThreadOnly)
+        return;
+    for (const Command& command : Commands()) {
+        if (command.code != kMsgNextWindow)
+            continue;
+        const KeyChord key = KeyOf(*fSettings, command);
+        if (key.character != 0)
+            AddShortcut(static_cast<uchar>(key.character), key.modifiers,
+                        new BMessage(kMsgNextWindow));
+    }
 }
 
 void NPWindow::MessageReceived(BMessage* message) {
@@ -241,9 +252,16 @@ void NPWindow::_ReloadBoards() {
 // A worker empties the line as its last word, before or behind its completion: what the thread has
 // brought stays on it.
 void NPWindow::PostProgressData(const char* text, int32 value) {
-    if (*text != '\0')
+    if (*text != '\0') {
+        fNotice.clear();
         fNews.clear();
+    }
     fProgressView->DrawBar(*text != '\0' ? text : fNews.c_str(), value);
+}
+
+void NPWindow::PostNotice(const char* text) {
+    PostProgressData(text, 0);
+    fNotice = fNews = text;
 }
 
 // The program would end with the last one: the application asks for the texts first that are not
@@ -266,8 +284,8 @@ bool NPWindow::QuitRequested() {
     fSearchWindow.Window().SendMessage(B_QUIT_REQUESTED);
     if (!fThreadOnly)
         _SaveLayout();
-    if (const NPApp* application = dynamic_cast<NPApp*>(be_app);
-        application != nullptr && application->IsLastWindow())
+    if (NPApp* application = dynamic_cast<NPApp*>(be_app);
+        application != nullptr && application->WindowCloses())
         fSettings->PutAt(kOpenWindows, 0, WriteSession({AsOpen()}).c_str());
     be_app_messenger.SendMessage(kMsgWindowClosed);
     return BrowserWindow::QuitRequested();

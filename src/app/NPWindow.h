@@ -52,6 +52,7 @@ public:
     void OpenWriteWindow(const PostTarget& target, const char* title, int32 posts) override;
     void AddThreadItems(BMenu* menu) override;
     void PostProgressData(const char* text, int32 value) override;
+    void PostNotice(const char* text) override;
     void addThreadItem(port_id request, int32 number, const char* title, const char* count,
                        const char* dat) override;
     void addBookmarkItem(port_id request, int32 number, const char* title, const char* server,
@@ -195,7 +196,8 @@ private:
     std::string fNextFor;                       // the dat of the thread that it goes on from
     std::string fBoardUrl;                      // of the board that was chosen last; empty before
     std::string fBoardName;
-    std::string fNews; // what the thread on show has brought; empty: nothing
+    std::string fNotice; // what stays on the status line; empty: nothing
+    std::string fNews;   // the same with what the thread on show has brought
     BookmarkPatrol fPatrol;
     WindowSlot fSearchWindow;
     int32 fSearchPosition = -1; // the row of the last match; −1: from the top

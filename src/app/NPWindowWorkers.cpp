@@ -282,7 +282,8 @@ void NPWindow::_ShowNews() {
     const int32 count = fArticleView->CountNew();
     if (fPatrol.IsRunning() || count <= 0)
         return;
-    const std::string news = "新着 " + std::to_string(count) + "件";
+    const std::string before = fNotice.empty() ? "" : fNotice + " ";
+    const std::string news = before + "新着 " + std::to_string(count) + "件";
     PostProgressData(news.c_str(), 0);
     fNews = news;
 }

@@ -31,6 +31,8 @@ public:
 
     // The status line.
     virtual void PostProgressData(const char* text, int32 value) = 0;
+    // A text that stays there when a worker has said its last word, until the next one begins.
+    virtual void PostNotice(const char* text) = 0;
 
     // By workers, under the item lock of their kind. The request is the worker's port; number 0
     // begins a new thread list, with the board's URL as its title.

@@ -18,7 +18,7 @@
 namespace {
 
 constexpr int kDeepest = 8;              // folders: a host, and a board's parts
-constexpr size_t kStartOfFile = 8192;    // the longest first line
+constexpr size_t kStartOfFile = 8192;    // of most, the first line and more
 constexpr off_t kLongestFile = 64 << 20; // more is no thread
 constexpr size_t kLongestShown = 200;    // bytes of a line
 
@@ -106,7 +106,7 @@ struct CacheSearch::File {
         if (file.GetSize(&size) != B_OK || size > kLongestFile)
             return {};
         std::string bytes(std::min(most, static_cast<size_t>(size)), '\0');
-        const ssize_t count = file.Read(bytes.data(), bytes.size());
+        const ssize_t count = file.ReadAt(0, bytes.data(), bytes.size());
         bytes.resize(count > 0 ? static_cast<size_t>(count) : 0);
         return name.ends_with(".cgi") ? bytes : ToUtf8(bytes);
     }
@@ -179,7 +179,9 @@ bool CacheSearch::_Walk(const std::string& place, int depth, const Look& look,
 }
 
 bool CacheSearch::_LookIntoTitle(File& file, const Found& found) const {
-    const std::string start = file.Read(kStartOfFile);
+    std::string start = file.Read(kStartOfFile);
+    if (start.find('\n') == std::string::npos)
+        start = file.Read(kLongestFile);
     std::string_view rest = start;
     const std::string title = FieldOf(FieldsOf(TakeLine(&rest)), kTitle);
     return Folded(title).find(fWanted) == std::string::npos || found(file.Match(title));

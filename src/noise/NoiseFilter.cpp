@@ -1,6 +1,23 @@
 #include "noise/NoiseFilter.h"
 
+#include <algorithm>
+#include <ctime>
+
 namespace {
+
+// Microseconds that a pattern may take for a post, again and again; beyond that, what it may take
+// in all; and what one look counts at most: the machine may have stood still.
+constexpr int64_t kFairTime = 20;
+constexpr int64_t kPatience = 250000;
+constexpr int64_t kMostOfALook = 100000;
+
+// In microseconds. Its steps of some milliseconds add up rightly over many looks, and it costs less
+// than most of these.
+int64_t CoarseTime() {
+    timespec time = {};
+    clock_gettime(CLOCK_MONOTONIC_COARSE, &time);
+    return int64_t{time.tv_sec} * 1000000 + time.tv_nsec / 1000;
+}
 
 std::string IdKey(std::string_view day, std::string_view id) {
     return std::string(day) + ' ' + std::string(id);
@@ -56,10 +73,13 @@ int64_t NoiseFilter::_FindIn(const Looker& looker, std::string_view text) const 
         Tally& tally = fTallies[rule.rule];
         if (tally.tookTooLong.load(std::memory_order_relaxed))
             continue;
+        const int64_t start = CoarseTime();
         const Pattern::Found found = rule.pattern->FindIn(text);
+        const int64_t took = std::min(CoarseTime() - start, kMostOfALook);
+        tally.debt = std::max(tally.debt + took - kFairTime, int64_t{0});
         if (found == Pattern::Found::kYes)
             return static_cast<int64_t>(rule.rule);
-        if (found == Pattern::Found::kTooLong)
+        if (found == Pattern::Found::kTooLong || tally.debt > kPatience)
             tally.tookTooLong = true;
     }
     return -1;

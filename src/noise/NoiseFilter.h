@@ -12,7 +12,8 @@
 #include <vector>
 
 // The rules of one board, made ready for many posts. What it finds is counted beside the rules; a
-// pattern that takes too long is not asked again. Any thread, several at once.
+// pattern that takes too long, for one post or for many, is not asked again. Any thread, several at
+// once.
 class NoiseFilter {
 public:
     // `board` is "HOST/BOARD". Rules that are switched off or can't be understood hide nothing.
@@ -59,6 +60,7 @@ private:
     Looker fBodies;
     struct Tally {
         std::atomic<int64_t> hits{0};
+        std::atomic<int64_t> debt{0}; // microseconds taken beyond what is fair; roughly
         std::atomic<bool> tookTooLong{false};
         std::atomic<bool> isTold{false}; // that it did
     };

@@ -33,6 +33,13 @@ HiddenPosts::Post HiddenPosts::Take(int32 number) {
     return node.empty() ? Post() : std::move(node.mapped());
 }
 
+void HiddenPosts::SetFont(const BFont& font) {
+    for (auto& [number, post] : fPosts) {
+        for (int32 i = 0; i < post.runs->count; i++)
+            post.runs->runs[i].font = font;
+    }
+}
+
 HiddenPostText::HiddenPostText(const LinkTextView& article, const HiddenPosts::Post& post,
                                int32 offset)
     : LinkTextView(article.TextRect(), "hidden post", article.TextRect(), B_FOLLOW_NONE, 0),

@@ -31,6 +31,8 @@ public:
     const Post* Find(int32 number) const;
     void Put(int32 number, Post post) { fPosts[number] = std::move(post); }
     Post Take(int32 number);
+    // The article's is another now.
+    void SetFont(const BFont& font);
     void Clear() { fPosts.clear(); }
 
 private:

@@ -16,6 +16,7 @@
 #include "views/TickScrollView.h"
 #include "widgets/Alerts.h"
 
+#include <Application.h>
 #include <Font.h>
 #include <InterfaceDefs.h>
 #include <Message.h>
@@ -25,6 +26,7 @@
 #include <cmath>
 #include <cstring>
 #include <optional>
+#include <vector>
 
 namespace {
 
@@ -119,8 +121,7 @@ void NPArticleView::MessageReceived(BMessage* message) {
 void NPArticleView::ShowThread(port_id request, const char* url, const char* dat) {
     WriteBarPosition();
     _Clear();
-    if (fUrl != url || fDat != dat)
-        fTextView->SetFirstNew(0);
+    fTextView->SetFirstNew(0);
     fUrlLabel->SetUrl(url, dat);
     fUrl = url;
     fDat = dat;
@@ -140,16 +141,19 @@ void NPArticleView::_UseNoise() {
     _NoteNoise();
 }
 
-// What the rules have found is counted; one that was switched off is named where the user looks.
+// What the rules have found is counted; one that was switched off is named where the user looks,
+// and what it has hidden comes back.
 void NPArticleView::_NoteNoise() {
     if (fNoise == nullptr)
         return;
     BrowserWindow* window = dynamic_cast<BrowserWindow*>(Window());
-    for (const std::string& rule : NoiseStore::Shared().TakeFindingsOf(*fNoise)) {
+    const std::vector<std::string> stopped = NoiseStore::Shared().TakeFindingsOf(*fNoise);
+    for (const std::string& rule : stopped) {
         if (window != nullptr)
-            window->PostProgressData(
-                ("NG「" + rule + "」は時間がかかりすぎたので止めました。").c_str(), 0);
+            window->PostNotice(("NG「" + rule + "」は時間がかかりすぎたので止めました。").c_str());
     }
+    if (!stopped.empty())
+        be_app_messenger.SendMessage(kMsgNoiseChanged);
 }
 
 void NPArticleView::_Clear() {
@@ -181,10 +185,7 @@ void NPArticleView::ReturnToPlace(port_id request) {
 }
 
 bool NPArticleView::IsThreadAtItsEnd() const {
-    const int32 last = fTextView->ArticleAt(fPosts);
-    const int32 length = fTextView->TextLength();
-    return last >= 0 && IsAtItsEnd(fPosts, std::string_view(fTextView->Text() + last,
-                                                            static_cast<size_t>(length - last)));
+    return fPosts > 0 && IsAtItsEnd(fPosts, fTextView->LastPost());
 }
 
 bool NPArticleView::_HasPlace() const {

@@ -114,6 +114,7 @@ void NPTextView::SetArticleFont(const char* family, const char* style, float siz
     fFont.SetFamilyAndStyle(family, style);
     if (size > 0)
         fFont.SetSize(size);
+    fHidden.SetFont(fFont);
     _LayOutAnew([this] { SetFontAndColor(0, TextLength(), &fFont, B_FONT_ALL); });
 }
 

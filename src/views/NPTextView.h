@@ -83,6 +83,10 @@ public:
         bool isOwn;
     };
     const std::vector<Tick>& Ticks() const { return fTicks; }
+    // The last post as it is or was before it was hidden; borrowed likewise.
+    std::string_view LastPost() const {
+        return fArticles.empty() ? std::string_view() : _WholePost(fArticles.size() - 1);
+    }
     // The posts behind this one; they borrow from the text until it changes.
     std::vector<PostText> PostsBehind(int32 number) const;
 
@@ -145,7 +149,7 @@ private:
     size_t _IndexAt(int32 offset) const;
     int32 _EndOf(size_t index) const;
     std::string_view _WholePost(size_t index) const;
-    bool _AnswersHidden(std::string_view body) const;
+    bool _AnswersHidden(const PostText& post) const;
     void _HideOrShow(size_t index);
     void _Hide(size_t index);
     void _Show(size_t index);

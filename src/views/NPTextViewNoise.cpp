@@ -80,6 +80,7 @@ void NPTextView::SetNoise(const std::string& board, std::shared_ptr<const NoiseF
     fLaysOut = true;
     for (size_t i = 0; i < fArticles.size(); i++)
         _HideOrShow(i);
+    ForgetChoice(); // what stood there has moved
     if (index < fArticles.size()) {
         const int32 length = _EndOf(index) - fArticles[index].offset;
         const Place place = {fArticles[index].offset + std::min(within, length - 1), top.above};
@@ -117,10 +118,13 @@ std::string_view NPTextView::_WholePost(size_t index) const {
     return {Text() + start, static_cast<size_t>(_EndOf(index) - start)};
 }
 
-bool NPTextView::_AnswersHidden(std::string_view body) const {
-    const std::vector<PostRange> ranges = FindReferences(body);
-    return std::ranges::any_of(ranges, [this](const PostRange& range) {
-        return range.first == range.last && fHidden.Find(range.first) != nullptr;
+// Only posts before it count: they have been decided on, and two that name each other, or one that
+// names itself, must not keep each other hidden.
+bool NPTextView::_AnswersHidden(const PostText& post) const {
+    const std::vector<PostRange> ranges = FindReferences(post.body);
+    return std::ranges::any_of(ranges, [&](const PostRange& range) {
+        return range.first == range.last && range.first < post.number &&
+               fHidden.Find(range.first) != nullptr;
     });
 }
 
@@ -130,7 +134,7 @@ void NPTextView::_HideOrShow(size_t index) {
     const bool hides =
         fNoise != nullptr &&
         (fNoise->Hides(post, wasHidden ? NoiseFilter::Count::kNo : NoiseFilter::Count::kYes) ||
-         (fNoise->HidesAnswers() && _AnswersHidden(post.body)));
+         (fNoise->HidesAnswers() && _AnswersHidden(post)));
     if (hides && !wasHidden)
         _Hide(index);
     else if (!hides && wasHidden)

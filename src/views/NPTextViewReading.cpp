@@ -35,7 +35,8 @@ void NPTextView::_ScrollPage(bool back) {
     const bool isHeld = key != nullptr && key->FindInt32("be:key_repeat", &repeat) == B_OK;
     const auto* window = dynamic_cast<BrowserWindow*>(Window());
     const bigtime_t now = system_time();
-    if (isHeld || window == nullptr || !window->SpaceFetches() || now < fFetched + kFetchPause)
+    if (fArticles.empty() || isHeld || window == nullptr || !window->SpaceFetches() ||
+        now < fFetched + kFetchPause)
         return;
     fFetched = now;
     Window()->PostMessage(kMsgReloadThread);

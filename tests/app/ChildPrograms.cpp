@@ -137,6 +137,31 @@ int32 LeaveOpen(void*) {
         });
     }
     PrintOpen();
+    // One that waits for an answer is open, too.
+    BMessenger(first).SendMessage(kMsgReloadThread);
+    WaitForAlert();
+    be_app_messenger.SendMessage(B_QUIT_REQUESTED);
+    return 0;
+}
+
+// Before the application hears of either.
+int32 CloseBothAtOnce(void*) {
+    if (!WaitForWindows(2))
+        return 0;
+    for (int32 i = 0; i < 2; i++)
+        Do(be_app->WindowAt(i), [i] { be_app->WindowAt(i)->MoveTo(300, 300); });
+    be_app->Lock();
+    Close(0);
+    Close(1);
+    WaitForWindows(0);
+    be_app->Unlock();
+    return 0;
+}
+
+int32 FindTheLast(void*) {
+    WaitForBrowser();
+    printf("%d ", be_app->CountWindows());
+    PrintFrame(0);
     be_app_messenger.SendMessage(B_QUIT_REQUESTED);
     return 0;
 }
@@ -209,6 +234,8 @@ const std::map<std::string, int32 (*)(void*)> kDrivers = {
     {"change a setting", ChangeASetting},
     {"leave open", LeaveOpen},
     {"find open", FindOpen},
+    {"close both at once", CloseBothAtOnce},
+    {"find the last", FindTheLast},
     {"arrange", ArrangeAndClose},
     {"report", PrintAndQuit},
     {"alert, report", ReadTheAlertAndQuit},

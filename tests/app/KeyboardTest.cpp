@@ -1,3 +1,4 @@
+#include "support/AlertWatch.h"
 #include "support/Browser.h"
 #include "support/ScratchFolder.h"
 
@@ -164,4 +165,29 @@ TEST_F(Keyboard, ReadsOn) {
     // The list's own last word on the status line may come behind that of the thread.
     press(B_F6_KEY);
     EXPECT_TRUE(fBrowser->WaitUntil([this] { return fBrowser->Article()->CountNew() == 1; }));
+}
+
+TEST_F(Keyboard, SpaceAsksForNothingWithoutAThread) {
+    fBrowser->Settings().PutAt(kSpaceFetches, 0, true);
+    for (int i = 0; i < 5 && Focus() != "article"; i++)
+        Press(B_TAB);
+    Press(B_SPACE);
+    EXPECT_EQ(CountAlerts(), 0);
+}
+
+TEST_F(Keyboard, AKeyThatWasGivenAwayIsItsNewCommandsAlone) {
+    fBrowser->Settings().PutAt("shortcut_next_window", 0, "Ctrl+J");
+    fBrowser->Settings().PutAt("shortcut_filter", 0, "Ctrl+G");
+    auto* window =
+        new NPWindow(BRect(30, 30, 830, 630), &fBrowser->Settings(), false, BMessenger());
+    const BMessenger messenger(window);
+    window->Show();
+    Activate(window, true);
+    server::testing::Key(window, 'g', B_COMMAND_KEY);
+    EXPECT_TRUE(WaitUntilIdle(window));
+    ASSERT_TRUE(window->Lock());
+    EXPECT_NE(window->FindView("filter"), nullptr);
+    window->Unlock();
+    messenger.SendMessage(B_QUIT_REQUESTED);
+    EXPECT_TRUE(WaitUntil([&] { return !messenger.IsValid(); }));
 }

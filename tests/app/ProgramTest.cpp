@@ -58,6 +58,9 @@ TEST(Program, OpensWhatWasOpenWhereItsUserWantsThat) {
     const std::string left = RunProgram("leave open", folder.Path());
     EXPECT_EQ(left, "browser 50 50 \nthread 211 122 題1700000000.dat\n");
     EXPECT_EQ(RunProgram("find open", folder.Path()), left);
+    RunProgram("close both at once", folder.Path());
+    const std::string last = RunProgram("find the last", folder.Path());
+    EXPECT_TRUE(last.starts_with("1 frame 300 300 ")) << last;
 }
 
 TEST(Program, OpensSwitchesAndClosesWindowsInEveryOrder) {

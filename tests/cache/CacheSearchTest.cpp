@@ -26,6 +26,8 @@ protected:
         fFolder.Write("h.example/news/.arriving/1.dat", Sjis("a<>b<>c<>d<>ニュース\n"));
         fFolder.Write("h.example/news/4.dat", "\xFF\xFE<>\n\n<><><><>\n");
         fFolder.Write("h.example/news/5.dat", "");
+        fFolder.Write("h.example/news/6.dat",
+                      "a<>b<>c<>" + std::string(20000, 'x') + "<>faraway\n");
     }
     std::string Find(const std::string& wanted, bool posts) {
         CacheSearch search(fFolder.Path(), wanted);
@@ -54,6 +56,7 @@ TEST_F(CacheSearchTest, TitlesAndPostsAreFoundHoweverTheyAreWritten) {
         {"にゅーす", false,
          "h.example/news/1.dat=ﾆｭｰｽ速報 & 雑談;rooms.example/game/12/3.cgi=部屋のニュース;"},
         {"速報 &", false, "h.example/news/1.dat=ﾆｭｰｽ速報 & 雑談;"},
+        {"FARAWAY", false, "h.example/news/6.dat=faraway;"},
         {"無い", false, ""},
         {"", false, ""},
         {"投稿", true, "h.example/news/1.dat#1:最初の投稿 ;h.example/news/1.dat#2:投稿だよ >>1 ;"},

@@ -95,6 +95,19 @@ TEST(Noise, APatternThatWouldRunForEverIsGivenUpAndTold) {
     EXPECT_EQ(Pattern::Make("a", &error)->FindIn("\xFF\xFE"), Pattern::Found::kNo);
 }
 
+// Each look ends within its steps, but all of them together would hold up the window.
+TEST(Noise, APatternThatIsSlowInEveryPostIsGivenUpToo) {
+    const NoiseFilter filter({{Rule(NoiseKind::kWord, "(?:.\\n?)*[QZ]", true)}}, kBoard);
+    std::string body;
+    for (int i = 0; i < 150; i++)
+        body += "a あいう b ";
+    for (int i = 0; i < 5000; i++)
+        EXPECT_FALSE(filter.Hides({1, "", "", body}));
+    const auto findings = filter.TakeFindings();
+    ASSERT_EQ(findings.size(), 1u);
+    EXPECT_TRUE(findings[0].tookTooLong);
+}
+
 TEST(NoiseRules, SurviveTheirFile) {
     NoiseRule rule = Rule(NoiseKind::kName, "タブ\tと\\改行\n", true);
     rule.board = kBoard;

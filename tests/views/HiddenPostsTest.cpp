@@ -1,6 +1,9 @@
 #include "support/ThreadFixture.h"
 
+#include "net/lines.h"
 #include "noise/NoiseStore.h"
+#include "support/ScratchFolder.h"
+#include "views/NPArticleView.h"
 
 #include <ScrollBar.h>
 
@@ -136,4 +139,57 @@ TEST_F(HiddenPostsTest, AreChosenInTheMenu) {
               "abc 2026/11/22 h.example/news");
     EXPECT_EQ(rules[1].text + rules[1].board, "の語");
     EXPECT_EQ(rules[2].text + rules[2].board, "名無しさん");
+}
+
+// Rules may go in any order: only what stands before a post can take it along.
+TEST_F(HiddenPostsTest, AnswersComeBackWithWhatTheyAnswer) {
+    AddPost(1, Anchor(">>3") + " 先に");
+    AddPost(2, "宣伝 " + Anchor(">>2") + " 自分");
+    AddPost(3, "宣伝 " + Anchor(">>4"));
+    AddPost(4, "宣伝 " + Anchor(">>3"));
+    const std::string whole = Text();
+    Hide({"宣伝"}, true);
+    EXPECT_EQ(Text().find("自分"), std::string::npos);
+    Hide({"宣伝"}, true);
+    EXPECT_NE(Text().find("先に"), std::string::npos);
+    Hide({"別"}, true);
+    EXPECT_EQ(Text(), whole);
+}
+
+TEST_F(HiddenPostsTest, ComeBackInTheFontThatHolds) {
+    AddThread();
+    Hide({"宣伝"});
+    Do([this] { fView->SetArticleFont("", "", 30); });
+    const auto sizeAt = [this](int32 number) {
+        return Ask([&] {
+            BFont font;
+            fView->GetFontAndColor(fView->ArticleAt(number) + 1, &font);
+            return font.Size();
+        });
+    };
+    EXPECT_EQ(sizeAt(2), 30);
+    Hide({});
+    EXPECT_EQ(sizeAt(2), 30);
+}
+
+TEST(HiddenLastPost, StillEndsItsThread) {
+    const ScratchFolder folder;
+    const NoiseRules before = NoiseStore::Shared().Rules();
+    NoiseRule rule;
+    rule.text = "超えました";
+    NoiseStore::Shared().SetRules({{rule}});
+    BWindow* window = new BWindow(BRect(0, 0, 400, 400), "pane", B_TITLED_WINDOW, 0);
+    NPArticleView* pane = new NPArticleView(window->Bounds());
+    window->Lock();
+    window->AddChild(pane);
+    std::string text = "このスレッドは500を超えました。";
+    _ArticleOut post = {};
+    post.name = post.date = post.message = post.mail = text.data();
+    pane->ShowThread(1, "http://board.example/news/", "1.dat");
+    EXPECT_FALSE(pane->IsThreadAtItsEnd());
+    pane->addArticleItem(1, "title", 1, post);
+    EXPECT_TRUE(std::string(pane->GetText()).starts_with("1 あぼーん"));
+    EXPECT_TRUE(pane->IsThreadAtItsEnd());
+    window->Quit();
+    NoiseStore::Shared().SetRules(before);
 }

@@ -368,7 +368,7 @@ TEST_F(People, OwnPostsHaveABarInTheListOfAnswersToo) {
     EXPECT_FALSE(hasBar("3 名前") || hasBar("四番"));
 }
 
-TEST(FirstNewPost, IsThatOfTheLastReloadThatBroughtAny) {
+TEST(FirstNewPost, IsThatOfTheLastReload) {
     const ScratchFolder folder;
     BWindow* window = new BWindow(BRect(0, 0, 400, 400), "pane", B_TITLED_WINDOW, 0);
     NPArticleView* pane = new NPArticleView(window->Bounds());
@@ -383,7 +383,7 @@ TEST(FirstNewPost, IsThatOfTheLastReloadThatBroughtAny) {
     };
     port_id request = 1;
     for (const Case& row : {Case{"1.dat", 0, 3, false, 0}, Case{"1.dat", 3, 5, false, 4},
-                            Case{"1.dat", 5, 5, false, 4}, Case{"1.dat", 5, 6, false, 6},
+                            Case{"1.dat", 5, 5, false, 0}, Case{"1.dat", 5, 6, false, 6},
                             Case{"1.dat", 6, 7, true, 0}, Case{"1.dat", 7, 8, false, 8},
                             Case{"2.dat", 2, 2, false, 0}, Case{"1.dat", 8, 8, false, 0}}) {
         std::string text = "a";
