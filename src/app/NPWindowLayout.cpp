@@ -27,7 +27,7 @@ constexpr float kPaneInset = 1;
 
 constexpr const char* kWidthKeys[] = {"column_no",     "column_thread",   "column_res",
                                       "column_gotten", "column_modified", "column_dat"};
-// Made by the first window that closes, too: what the header has beyond what all programs know.
+// Made by the first window that closes: what the header has beyond what all programs know.
 constexpr const char* kSpeedWidth = "column_speed";
 constexpr const char* kSpeedPlace = "column_speed_place";
 constexpr const char* kHiddenColumns = "hidden_columns";

@@ -25,6 +25,7 @@ NPThreadListView::NPThreadListView(BRect frame)
     const uint32 sorts = CLVColumn::kSortable | CLVColumn::kHideable;
     const uint32 fixed = sorts | CLVColumn::kNotResizable;
     const CLVSortMode unsorted = CLVSortMode::kNone;
+    // In the order of ThreadColumn
     AddColumn({"No.", 35, 20, sorts, CLVSortMode::kAscending});
     AddColumn({"S", 20, 20, fixed, unsorted, true, "S（状態）"});
     AddColumn({"スレッド", 250, 20, title});

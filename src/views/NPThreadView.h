@@ -51,12 +51,12 @@ public:
 
     void SetMode(int32 mode) { fList->SetMode(mode); }
     void SetClickMode(click_mode mode) { fList->SetClickMode(mode); }
-    // The widths of the six columns that have a setting: number, title, posts, gotten, modified,
-    // dat.
+    // The widths of the six columns that every settings file knows: number, title, posts, gotten,
+    // modified, dat.
     void GetColumnWidth(float* widths) const;
     void SetColumnWidth(const float* widths);
-    // The eight columns that settings files know from left to right, without the one of the speed,
-    // which goes to the right end.
+    // The eight columns that every settings file knows, from left to right, without the one of the
+    // speed; setting them puts that to the right end.
     void GetColumnOrder(int32* order) const;
     void SetColumnOrder(const int32* order);
     // What else the header remembers. What can't be is ignored.

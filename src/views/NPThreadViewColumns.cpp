@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <sstream>
 #include <vector>
 
@@ -11,11 +12,12 @@ namespace {
 constexpr int32 kWidthColumns[] = {kColumnNumber, kColumnTitle,    kColumnRes,
                                    kColumnGotten, kColumnModified, kColumnDat};
 
-constexpr const char* kNames[kThreadColumnCount] = {"no",       "state", "title", "res",  "gotten",
-                                                    "modified", "dat",   "mark",  "speed"};
+constexpr const char* kNames[] = {"no",       "state", "title", "res",  "gotten",
+                                  "modified", "dat",   "mark",  "speed"};
+static_assert(std::size(kNames) == kThreadColumnCount);
 
 std::vector<int32> DisplayOrder(const NPThreadListView& list) {
-    std::vector<int32> order(kThreadColumnCount);
+    std::vector<int32> order(static_cast<size_t>(list.CountColumns()));
     list.GetDisplayOrder(order.data());
     return order;
 }
@@ -42,7 +44,7 @@ void NPThreadView::GetColumnOrder(int32* order) const {
 void NPThreadView::SetColumnOrder(const int32* order) {
     std::vector<int32> columns(order, order + kOrderedColumnCount);
     columns.push_back(kColumnSpeed);
-    fList->SetDisplayOrder(columns.data());
+    fList->SetDisplayOrder(columns);
 }
 
 ThreadHeader NPThreadView::GetHeader() const {
@@ -64,7 +66,7 @@ void NPThreadView::SetHeader(const ThreadHeader& header) {
     std::erase(order, kColumnSpeed);
     order.insert(order.begin() + std::clamp<int32>(header.speedPlace, 0, kOrderedColumnCount),
                  kColumnSpeed);
-    fList->SetDisplayOrder(order.data());
+    fList->SetDisplayOrder(order);
     std::vector<std::string> hidden;
     std::istringstream names(header.hidden);
     for (std::string name; names >> name;)

@@ -164,5 +164,5 @@ void CLVColumnLabelView::_MoveColumn(int32 column, float x) {
     std::erase(order, column);
     const auto at = std::find(order.begin(), order.end(), other);
     order.insert(toTheRight ? at + 1 : at, column);
-    fList->SetDisplayOrder(order.data());
+    fList->SetDisplayOrder(order);
 }

@@ -82,12 +82,12 @@ void ColumnListView::GetDisplayOrder(int32* order) const {
     std::copy(fOrder.begin(), fOrder.end(), order);
 }
 
-void ColumnListView::SetDisplayOrder(const int32* order) {
+void ColumnListView::SetDisplayOrder(std::span<const int32> order) {
     std::vector<int32> columns(fOrder.size());
     std::iota(columns.begin(), columns.end(), 0);
-    if (!std::is_permutation(columns.begin(), columns.end(), order))
+    if (!std::is_permutation(columns.begin(), columns.end(), order.begin(), order.end()))
         return;
-    fOrder.assign(order, order + fOrder.size());
+    fOrder.assign(order.begin(), order.end());
     Invalidate();
     if (fHeader != nullptr)
         fHeader->Invalidate();

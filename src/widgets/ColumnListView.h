@@ -5,6 +5,7 @@
 
 #include <View.h>
 
+#include <span>
 #include <vector>
 
 class CLVColumnLabelView;
@@ -31,7 +32,7 @@ public:
     void SetColumnWidth(int32 column, float width);
     // The columns as they stand from left to right. What is no permutation of them is ignored.
     void GetDisplayOrder(int32* order) const;
-    void SetDisplayOrder(const int32* order);
+    void SetDisplayOrder(std::span<const int32> order);
     // A hidden column keeps its width and its place, and may go on being the sort key.
     void ShowColumn(int32 column, bool isShown);
     virtual void ColumnWidthChanged(int32 column, float width);

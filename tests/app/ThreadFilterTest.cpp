@@ -156,7 +156,7 @@ TEST(ThreadHeader, ColumnsAreHiddenAndPlacedFromOneStartToTheNext) {
         EXPECT_EQ(order, before);
         for (int32 column = 0; column < kThreadColumnCount; column++)
             EXPECT_EQ(list->ColumnAt(column).isShown, column != kColumnSpeed);
-        list->SetDisplayOrder(after.data());
+        list->SetDisplayOrder(after);
         list->ShowColumn(kColumnSpeed, true);
         list->ShowColumn(kColumnDat, false);
         list->SetColumnWidth(kColumnSpeed, 77);

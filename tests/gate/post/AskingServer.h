@@ -46,7 +46,7 @@ inline const std::string kConfirmation =
          "</body></html>");
 inline const std::string kPosted =
     Sjis("<html><head><title>書きこみました。</title></head><body>ok</body></html>");
-inline const std::string kTicket = "Set-Cookie: MonaTicket=abc; domain=.example; path=/\r\n";
+inline const std::string kTicket = "Set-Cookie: MonaTicket=opqr; domain=.example; path=/\r\n";
 
 // What a browser sends for the page above; its encoding differs from the gate's own.
 inline std::string Accepted(const std::string& feature = "confirmed%3A0123") {
@@ -57,7 +57,7 @@ inline std::string Accepted(const std::string& feature = "confirmed%3A0123") {
 
 // A server that wants its page accepted before it gives the ticket that posts.
 inline std::string AskFirst(const std::string& request) {
-    if (HeaderOf(request, "Cookie").find("MonaTicket=abc") != std::string::npos)
+    if (HeaderOf(request, "Cookie").find("MonaTicket=opqr") != std::string::npos)
         return Reply("200 OK", kPosted);
     if (PathOf(request) == "/test/bbs.cgi?guid=ON")
         return Reply("200 OK", kPosted, kTicket);
